@@ -1,0 +1,39 @@
+#pragma once
+
+#include <CppTools/Export.h>
+
+#include <memory>
+
+namespace CppTools::CallSpec {
+
+class Input;
+class InputSpec;
+class Output;
+class OutputSpec;
+
+/// The declaring side of something that can be called.
+class CPPTOOLS_EXPORT CallTargetSpec {
+  public:
+    virtual ~CallTargetSpec();
+
+    virtual std::shared_ptr<InputSpec> GetInputSpec() = 0;
+    virtual std::shared_ptr<OutputSpec> GetOutputSpec() = 0;
+
+  protected:
+    CallTargetSpec() = default;
+};
+
+/// The executing side of something that can be called.
+class CPPTOOLS_EXPORT CallTarget {
+  public:
+    virtual ~CallTarget();
+
+    /// Sets the result and adds the errors of one call in `output`.
+    virtual void Execute(const std::shared_ptr<Input>& input,
+                         const std::shared_ptr<Output>& output) = 0;
+
+  protected:
+    CallTarget() = default;
+};
+
+} // namespace CppTools::CallSpec
