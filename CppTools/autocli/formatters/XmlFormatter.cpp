@@ -1,0 +1,201 @@
+#include <CppTools/autocli/formatters/FieldText.h>
+#include <CppTools/autocli/formatters/FormatParameters.h>
+#include <CppTools/autocli/formatters/XmlFormatter.h>
+#include <CppTools/callspec/Output.h>
+#include <CppTools/metaobj/MetaBool.h>
+#include <CppTools/metaobj/MetaInt.h>
+#include <CppTools/metaobj/MetaList.h>
+#include <CppTools/metaobj/MetaString.h>
+#include <CppTools/metaobj/MetaStruct.h>
+
+#include <ostream>
+
+namespace CppTools::AutoCli {
+
+using MetaObj::MetaList;
+using MetaObj::MetaObject;
+using MetaObj::MetaStruct;
+using MetaObj::MetaType;
+
+namespace {
+
+constexpr const char* kNamespaceUri = "urn:corvane:tandril:output:1";
+
+/// The entity that stands for a character; null when it stands for itself.
+const char* EntityFor(char character) {
+    switch (character) {
+    case '&':
+        return "&amp;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '%':
+        return "&#37;";
+    case '"':
+        return "&quot;";
+    case '\'':
+        return "&apos;";
+    default:
+        return nullptr;
+    }
+}
+
+const char* ListKind(MetaType type) {
+    switch (type) {
+    case MetaType::Bool:
+        return "boolean";
+    case MetaType::Int:
+        return "integer";
+    case MetaType::String:
+        return "string";
+    case MetaType::List:
+        return "list";
+    case MetaType::Struct:
+        return "structure";
+    }
+    return "";
+}
+
+/// Writes the lines of values. What does not convert becomes a line of its own instead.
+class XmlWriter {
+  public:
+    explicit XmlWriter(std::ostream& out) : out_(out) {}
+
+    void Write(const MetaObject& value, int level) {
+        switch (value.GetType()) {
+        case MetaType::Bool:
+            WriteBool(dynamic_cast<const MetaObj::MetaBool*>(&value), level);
+            break;
+        case MetaType::Int:
+            WriteInt(dynamic_cast<const MetaObj::MetaInt*>(&value), level);
+            break;
+        case MetaType::String:
+            WriteString(dynamic_cast<const MetaObj::MetaString*>(&value), level);
+            break;
+        case MetaType::Struct:
+            WriteStruct(dynamic_cast<const MetaStruct*>(&value), level);
+            break;
+        case MetaType::List:
+            WriteList(dynamic_cast<const MetaList*>(&value), level);
+            break;
+        default:
+            out_ << "Error Only simple int, bool, string and struct output supported\n";
+        }
+    }
+
+  private:
+    void WriteBool(const MetaObj::MetaBool* value, int level) {
+        if (value == nullptr) {
+            out_ << "<!-- Error reading a bool -->\n";
+            return;
+        }
+        out_ << GetIndent(level) << "<boolean>" << (value->GetValue() ? "true" : "false")
+             << "</boolean>\n";
+    }
+
+    void WriteInt(const MetaObj::MetaInt* value, int level) {
+        if (value == nullptr) {
+            out_ << "Error reading a int\n";
+            return;
+        }
+        out_ << GetIndent(level) << "<integer>" << value->ToString() << "</integer>\n";
+    }
+
+    void WriteString(const MetaObj::MetaString* value, int level) {
+        if (value == nullptr) {
+            out_ << "Error reading a string\n";
+            return;
+        }
+        out_ << GetIndent(level) << "<string>" << SantizeString(value->GetValue()) << "</string>\n";
+    }
+
+    void WriteStruct(const MetaStruct* value, int level) {
+        if (value == nullptr) {
+            out_ << "Error reading a struct from output.\n";
+            return;
+        }
+        const std::string indent = GetIndent(level);
+        const std::string fieldIndent = GetIndent(level + 1);
+        out_ << indent << "<structure typeName=\"" << SantizeString(value->GetTypeName())
+             << "\">\n";
+        for (const auto& name : value->GetFieldNames()) {
+            out_ << fieldIndent << "<field name=\"" << SantizeString(name) << "\">\n";
+            Write(*value->GetField(name), level + 2);
+            out_ << fieldIndent << "</field>\n";
+        }
+        out_ << indent << "</structure>\n";
+    }
+
+    void WriteList(const MetaList* value, int level) {
+        if (value == nullptr) {
+            out_ << "Error reading a List\n";
+            return;
+        }
+        const std::string indent = GetIndent(level);
+        out_ << indent << "<list type=\"" << ListKind(value->GetListType()) << "\">\n";
+        for (const auto& element : value->GetObjects()) {
+            Write(*element, level + 2);
+        }
+        out_ << indent << "</list>\n";
+    }
+
+    std::ostream& out_;
+};
+
+void WriteMetaData(const FormatParameters& params, std::ostream& out) {
+    const std::string indent = GetIndent(1);
+    out << indent << "<meta-data>\n";
+    for (const auto& [key, value] : params.GetParameters()) {
+        out << GetIndent(2) << "<meta-data-field name=\"" << SantizeString(key) << "\" value=\""
+            << SantizeString(value) << "\"/>\n";
+    }
+    out << indent << "</meta-data>\n";
+}
+
+} // namespace
+
+std::string SantizeString(std::string text) {
+    std::string sanitized;
+    sanitized.reserve(text.size());
+    for (const char character : text) {
+        if (const char* entity = EntityFor(character)) {
+            sanitized += entity;
+        } else {
+            sanitized += character;
+        }
+    }
+    return sanitized;
+}
+
+XmlFormatter::XmlFormatter() : Formatter("xml") {
+    SetDescription(
+        "Print an XML document to the screen representing the output for a given command");
+    AddParam("stylesheet", "The file name or URL to a stylesheet for this document.  ");
+}
+
+XmlFormatter::~XmlFormatter() = default;
+
+bool XmlFormatter::Format(const std::shared_ptr<CallSpec::Output>& output, FormatParameters& params,
+                          DisplayContext& /*display*/, std::ostream& out) {
+    out << "<?xml version=\"1.0\"?>\n";
+    if (params.HasParameter("stylesheet")) {
+        out << "<?xml-stylesheet type=\"text/xsl\" href=\"" << params.GetParameter("stylesheet")
+            << "\"?>\n";
+    }
+    out << "<output xmlns:tandril=\"" << kNamespaceUri << "\">\n";
+    WriteMetaData(params, out);
+    const std::string indent = GetIndent(1);
+    out << indent << "<root>\n";
+    Format(output->GetRootObject(), out, 2);
+    out << indent << "</root>\n</output>\n";
+    return true;
+}
+
+void XmlFormatter::Format(std::shared_ptr<MetaObject> value, std::ostream& out, int level) {
+    if (value) {
+        XmlWriter(out).Write(*value, level);
+    }
+}
+
+} // namespace CppTools::AutoCli
