@@ -1,0 +1,63 @@
+#pragma once
+
+#include <libxml/tree.h>
+
+#include <memory>
+#include <string_view>
+
+namespace CppTools::AutoCli {
+
+struct XmlDocumentDeleter {
+    void operator()(xmlDoc* document) const noexcept { xmlFreeDoc(document); }
+};
+
+using XmlDocument = std::unique_ptr<xmlDoc, XmlDocumentDeleter>;
+
+/// The node's name; empty for nodes that have none, as sections of character data do.
+inline std::string_view NodeName(const xmlNode& node) {
+    return node.name != nullptr ? reinterpret_cast<const char*>(node.name) : std::string_view();
+}
+
+/// Whether the node counts as an element: one by kind, and not named as texts and comments are.
+inline bool IsElement(const xmlNode& node) {
+    return node.type == XML_ELEMENT_NODE && NodeName(node) != "text" && NodeName(node) != "comment";
+}
+
+/// The first element at or behind a node in the order of siblings; null when there is none.
+inline xmlNode* FirstElementFrom(xmlNode* node) {
+    while (node != nullptr && !IsElement(*node)) {
+        node = node->next;
+    }
+    return node;
+}
+
+/// Calls `visit` with every child element, in document order.
+template <typename Visit>
+void ForEachElement(const xmlNode& parent, Visit visit) {
+    for (auto* child = FirstElementFrom(parent.children); child != nullptr;
+         child = FirstElementFrom(child->next)) {
+        visit(child);
+    }
+}
+
+/// Calls `visit` with every child element of that name, in document order.
+template <typename Visit>
+void ForEachElementNamed(const xmlNode& parent, std::string_view name, Visit visit) {
+    ForEachElement(parent, [&](xmlNode* child) {
+        if (NodeName(*child) == name) {
+            visit(child);
+        }
+    });
+}
+
+/// Calls `visit` with the content of every child that carries some, in document order.
+template <typename Visit>
+void ForEachContent(const xmlNode& parent, Visit visit) {
+    for (const auto* child = parent.children; child != nullptr; child = child->next) {
+        if (child->content != nullptr) {
+            visit(reinterpret_cast<const char*>(child->content));
+        }
+    }
+}
+
+} // namespace CppTools::AutoCli

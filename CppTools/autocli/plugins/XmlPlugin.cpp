@@ -1,0 +1,225 @@
+#include <CppTools/autocli/Namespace.h>
+#include <CppTools/autocli/formatters/Tokens.h>
+#include <CppTools/autocli/plugins/ExtensionCommand.h>
+#include <CppTools/autocli/plugins/NoFormatters.h>
+#include <CppTools/autocli/plugins/XmlDescriptor.h>
+#include <CppTools/autocli/plugins/XmlElements.h>
+#include <CppTools/autocli/plugins/XmlPlugin.h>
+#include <CppTools/autocli/plugins/XmlUtil.h>
+#include <CppTools/metaobj/CppToolException.h>
+
+#include <libxml/parser.h>
+#include <libxml/xmlversion.h>
+
+namespace CppTools::AutoCli {
+
+namespace {
+
+constexpr const char* kVersion = "1.0.0";
+
+std::list<std::string> SplitPath(const std::string& path) {
+    const auto parts = SplitTokens(path, '.');
+    return {parts.begin(), parts.end()};
+}
+
+std::string TakeLast(std::list<std::string>& parts) {
+    std::string last = std::move(parts.back());
+    parts.pop_back();
+    return last;
+}
+
+/// The element that a command cannot do without.
+_xmlNode* RequireChild(_xmlNode* element, const std::string& name) {
+    auto* const child = XmlUtil_FindChildNode(element, name);
+    if (child == nullptr) {
+        throw CppToolException("Unable to find <" + name +
+                               "> element, which is required for a command.");
+    }
+    return child;
+}
+
+std::shared_ptr<ExtensionCommand> BuildCommand(_xmlNode* element, const std::string& path) {
+    if (path.empty()) {
+        throw CppToolException("Invalid command specification found.  <command> tags must have a "
+                               "non-empty 'path' attribute");
+    }
+    const std::string description = XmlUtil_GetContentForChildByTag(element, "description");
+    auto command = ExtensionCommand::New();
+    command->SetDescription(description);
+    if (auto* const metaData = XmlUtil_FindChildNode(element, "meta-data")) {
+        ExtractMetaData(metaData);
+    }
+    command->SetInputSpec(ExtractInputSpec(RequireChild(element, "input-spec")));
+    command->SetOutputSpec(ExtractOutputSpec(RequireChild(element, "output-spec")));
+    ExtractFormatParams(RequireChild(element, "format-parameters"), *command);
+    const std::string execute = XmlUtil_GetContentForChildByTag(element, "execute");
+    if (execute.empty()) {
+        throw CppToolException("Missing or empty <execute> tag.  This tag must specify a valid "
+                               "execution string for this command.");
+    }
+    command->SetExecuteCommand(execute);
+    command->SetStdin(XmlUtil_GetContentForChildByTag(element, "stdin"));
+    return command;
+}
+
+bool AreNamespaces(NamespaceNode& one, NamespaceNode& other) {
+    return one.GetType() == NamespaceNode::kNamespaceType &&
+           other.GetType() == NamespaceNode::kNamespaceType;
+}
+
+/// Where a node is to be registered, as far as the tree already goes; empty when an earlier
+/// entry of the same descriptor has yet to create it.
+std::shared_ptr<NamespaceNode> FindParent(std::list<std::string> parts, Namespace& root) {
+    if (parts.empty()) {
+        return root.GetThis();
+    }
+    try {
+        return root.ResolveNode(parts);
+    } catch (const CppToolException&) {
+        return nullptr;
+    }
+}
+
+} // namespace
+
+XmlPlugin::XmlPlugin(const std::string& path) : path_(path) {}
+
+XmlPlugin::~XmlPlugin() = default;
+
+std::shared_ptr<XmlPlugin> XmlPlugin::New(const std::string& path) {
+    return std::make_shared<XmlPlugin>(path);
+}
+
+void XmlPlugin::Initialize() {
+    registrations_.clear();
+    try {
+        ReadDescriptor();
+    } catch (const CppToolException& failure) {
+        throw CppToolException("Unable to handle XML Plugin " + path_ +
+                               ".  There was an error while parsing: " + failure.what());
+    }
+}
+
+void XmlPlugin::ReadDescriptor() {
+    LIBXML_TEST_VERSION
+    const XmlDocument document(xmlReadFile(path_.c_str(), nullptr, 0));
+    auto* const root = document ? xmlDocGetRootElement(document.get()) : nullptr;
+    if (root == nullptr) {
+        throw CppToolException("Unable to parse XML descriptor: " + path_);
+    }
+    if (XmlUtil_GetContentForChildByTag(root, "version") != kVersion) {
+        throw CppToolException("Unknown tandril extention version.  Valid versions are: '1.0.0'");
+    }
+    auto* const namespaces = XmlUtil_FindChildNode(root, "namespaces");
+    if (namespaces != nullptr) {
+        AddNamespaces(namespaces);
+    }
+    auto* const commands = XmlUtil_FindChildNode(root, "commands");
+    if (commands != nullptr) {
+        AddCommands(commands);
+    }
+    if (namespaces == nullptr && commands == nullptr) {
+        throw CppToolException("Unable to find any namespaces or commands to register for plugin " +
+                               path_);
+    }
+}
+
+void XmlPlugin::AddNamespaces(_xmlNode* namespaces) {
+    ForEachElementNamed(*namespaces, "namespace", [this](_xmlNode* child) { AddNamespace(child); });
+}
+
+void XmlPlugin::AddNamespace(_xmlNode* element) {
+    std::string path = XmlUtil_ExtractAttribute(element, "path");
+    const std::string description = XmlUtil_GetContentForChildByTag(element, "description");
+    if (path.empty() || description.empty()) {
+        throw CppToolException("Unable to register a namespace without valid 'path' attribute or "
+                               "<description> being present.");
+    }
+    auto created = Namespace::New();
+    created->SetDescription(description);
+    registrations_.emplace_back(std::move(path), std::move(created));
+}
+
+void XmlPlugin::AddCommands(_xmlNode* commands) {
+    ForEachElementNamed(*commands, "command", [this](_xmlNode* child) { AddCommand(child); });
+}
+
+void XmlPlugin::AddCommand(_xmlNode* element) {
+    const std::string path = XmlUtil_ExtractAttribute(element, "path");
+    try {
+        registrations_.emplace_back(path, BuildCommand(element, path));
+    } catch (const CppToolException& failure) {
+        throw CppToolException("Unable to register the command 'tandril " + path + "'  Error was " +
+                               failure.what());
+    }
+}
+
+const std::string& XmlPlugin::GetName() const {
+    return path_;
+}
+
+void XmlPlugin::RegisterNamespaces(std::shared_ptr<Namespace> root) {
+    for (const auto& registration : registrations_) {
+        CheckRegistration(registration, *root);
+    }
+    for (const auto& registration : registrations_) {
+        Register(registration, root);
+    }
+}
+
+void XmlPlugin::CheckRegistration(const Registration& registration, Namespace& root) const {
+    const auto& [path, node] = registration;
+    if (path.empty()) {
+        throw CppToolException("Invalid NULL registration found in XML plugin: " + path_ +
+                               " all namespaces and commands must have a valid 'path' field");
+    }
+    if (!node) {
+        throw CppToolException("Invalid null node: " + path);
+    }
+    auto parts = SplitPath(path);
+    const std::string name = TakeLast(parts);
+    const auto parent = FindParent(std::move(parts), root);
+    const auto existing = parent ? parent->GetNamespaceNode(name) : nullptr;
+    if (!existing) {
+        return;
+    }
+    if (parent.get() != &root || !AreNamespaces(*existing, *node)) {
+        throw CppToolException("Tandril path is already registered: " + path);
+    }
+    if (existing->GetDescription() != node->GetDescription()) {
+        throw CppToolException("Duplicate top-level namespaces must have the same description: " +
+                               path);
+    }
+}
+
+void XmlPlugin::Register(const Registration& registration, const std::shared_ptr<Namespace>& root) {
+    const auto& [path, node] = registration;
+    auto parts = SplitPath(path);
+    const std::string name = TakeLast(parts);
+    auto parent = root->ResolveNode(parts);
+    if (!parent) {
+        parent = root;
+    }
+    if (parent == root) {
+        const auto existing = root->GetNamespaceNode(name);
+        if (existing && AreNamespaces(*existing, *node) &&
+            existing->GetDescription() == node->GetDescription()) {
+            return;
+        }
+    }
+    parent->RegisterNamespaceNode(node, name);
+}
+
+bool XmlPlugin::HasFormatter(const std::string& /*name*/) {
+    return false;
+}
+
+std::shared_ptr<Formatter> XmlPlugin::GetFormatter(const std::string& /*name*/) {
+    throw CppToolException("Xml Plugin doesn't not support formatters");
+}
+
+std::vector<std::shared_ptr<Formatter>>& XmlPlugin::GetFormatters() {
+    return NoFormatters();
+}
+
+} // namespace CppTools::AutoCli

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <CppTools/Export.h>
+
+#include <memory>
+
+namespace CppTools::Host {
+
+/// Switches of the host that decide which plug-in descriptors are loaded.
+enum class Feature {
+    BuiltInSyslog,    ///< On: the descriptor "tandril-syslog.xml" is not needed and skipped.
+    PelorquenCommands ///< Off: the descriptor "pelorquencmd.xml" is skipped.
+};
+
+/// Where the switches come from. A host program derives its own and installs it with
+/// `SetFeatureStateSource` before it builds a dispatcher.
+class CPPTOOLS_EXPORT FeatureStateSource {
+  public:
+    virtual ~FeatureStateSource();
+    FeatureStateSource(const FeatureStateSource&) = delete;
+    FeatureStateSource& operator=(const FeatureStateSource&) = delete;
+
+    /// Called once by every dispatcher before anything is loaded.
+    virtual void Initialize() = 0;
+    virtual bool IsOn(Feature feature) const = 0;
+
+  protected:
+    FeatureStateSource() = default;
+};
+
+/// Installs a source for the whole process; empty restores the library's own, with
+/// `BuiltInSyslog` off and `PelorquenCommands` on, so that both descriptors are loaded.
+CPPTOOLS_EXPORT void SetFeatureStateSource(std::shared_ptr<FeatureStateSource> source);
+
+/// The installed source; never empty.
+CPPTOOLS_EXPORT std::shared_ptr<FeatureStateSource> GetFeatureStateSource();
+
+} // namespace CppTools::Host

@@ -1,0 +1,51 @@
+#include <CppTools/host/FileDescriptor.h>
+
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace CppTools::Host {
+
+namespace {
+
+/// Moves a descriptor above the standard ones; returns 0 or an errno number.
+int MoveAboveStandard(FileDescriptor& descriptor) {
+    if (descriptor.Get() > STDERR_FILENO) {
+        return 0;
+    }
+    FileDescriptor moved(fcntl(descriptor.Get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    if (moved.Get() < 0) {
+        return errno;
+    }
+    descriptor = std::move(moved);
+    return 0;
+}
+
+} // namespace
+
+void FileDescriptor::Close() {
+    if (number_ >= 0) {
+        close(std::exchange(number_, -1));
+    }
+}
+
+int Pipe::Open() {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
+        return errno;
+    }
+    readEnd = FileDescriptor(ends[0]);
+    writeEnd = FileDescriptor(ends[1]);
+    int error = MoveAboveStandard(readEnd);
+    if (error == 0) {
+        error = MoveAboveStandard(writeEnd);
+    }
+    if (error != 0) {
+        readEnd.Close();
+        writeEnd.Close();
+    }
+    return error;
+}
+
+} // namespace CppTools::Host

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <utility>
+
+namespace CppTools::Host {
+
+/// Owns an open file descriptor; -1 stands for none.
+class FileDescriptor {
+  public:
+    FileDescriptor() = default;
+
+    explicit FileDescriptor(int number) : number_(number) {}
+
+    FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+        std::swap(number_, other.number_);
+        return *this;
+    }
+
+    ~FileDescriptor() { Close(); }
+
+    int Get() const { return number_; }
+
+    void Close();
+
+  private:
+    int number_ = -1;
+};
+
+/// A pipe whose ends are closed in every child and never stand in for a standard descriptor,
+/// even in a process that was started without some of those.
+struct Pipe {
+    FileDescriptor readEnd;
+    FileDescriptor writeEnd;
+
+    /// Opens the pipe; returns 0 or an errno number, with neither end open.
+    int Open();
+};
+
+} // namespace CppTools::Host
