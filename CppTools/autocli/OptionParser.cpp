@@ -1,0 +1,262 @@
+#include <CppTools/autocli/OptionParser.h>
+#include <CppTools/callspec/InputSpec.h>
+#include <CppTools/host/Terminal.h>
+
+#include <boost/algorithm/string/erase.hpp>
+#include <boost/regex.hpp>
+
+#include <algorithm>
+#include <cctype>
+#include <iostream>
+
+namespace CppTools::AutoCli {
+
+using CallSpec::ParameterSpec;
+using CallSpec::ParameterType;
+
+namespace {
+
+constexpr const char* kDefaultDispatcher = "tandril";
+
+bool HasParameter(const OptionParser::Parameters& parameters, const std::string& name) {
+    return std::any_of(parameters.begin(), parameters.end(),
+                       [&](const auto& parameter) { return parameter.first == name; });
+}
+
+std::vector<std::string> GetValues(const OptionParser::Parameters& parameters,
+                                   const std::string& name) {
+    std::vector<std::string> values;
+    for (const auto& [key, value] : parameters) {
+        if (key == name) {
+            values.push_back(value);
+        }
+    }
+    return values;
+}
+
+std::string Describe(const OptionParser::Parameters& parameters) {
+    std::string text;
+    for (const auto& [name, value] : parameters) {
+        text += "\n   --" + name + " = '" + value + "'";
+    }
+    return text;
+}
+
+bool IsBlank(char character) {
+    return std::isblank(static_cast<unsigned char>(character)) != 0;
+}
+
+std::string WithoutQuotes(const std::string& text) {
+    return boost::algorithm::erase_all_copy(text, "\"");
+}
+
+std::vector<std::string> SplitLine(const std::string& line) {
+    std::vector<std::string> words;
+    std::size_t start = 0;
+    bool inWord = false;
+    bool inQuotes = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '"') {
+            inQuotes = !inQuotes;
+        } else if (!IsBlank(line[i])) {
+            if (!inWord && line[i] == '#') {
+                return words;
+            }
+            inWord = true;
+        } else if (!inWord) {
+            ++start;
+        } else if (!inQuotes) {
+            words.push_back(WithoutQuotes(line.substr(start, i - start)));
+            while (i + 1 < line.size() && IsBlank(line[i + 1])) {
+                ++i;
+            }
+            start = i + 1;
+            inWord = false;
+        }
+    }
+    if (std::string last = WithoutQuotes(line.substr(start)); !last.empty()) {
+        words.push_back(std::move(last));
+    }
+    return words;
+}
+
+} // namespace
+
+OptionParser::OptionParser() : OptionParser(kDefaultDispatcher) {}
+
+OptionParser::OptionParser(const std::string& dispatcher) : dispatcher_(dispatcher) {}
+
+OptionParser::~OptionParser() = default;
+
+void OptionParser::ParseArgv(int argc, const char* const* argv) {
+    if (argc < 1) {
+        return;
+    }
+    dispatcher_ = argv[0];
+    WordStack stack;
+    std::for_each(argv + 1, argv + argc, [&](const char* word) { stack.emplace_front(word); });
+    ParseStack(stack);
+}
+
+void OptionParser::ParseVector(const std::vector<std::string>& words) {
+    WordStack stack(words.rbegin(), words.rend());
+    ParseStack(stack);
+}
+
+bool OptionParser::ParseString(const std::string& line) {
+    const auto words = SplitLine(line);
+    if (words.empty()) {
+        return true;
+    }
+    ParseVector(words);
+    return false;
+}
+
+void OptionParser::SetInputSpec(std::shared_ptr<CallSpec::InputSpec> inputSpec) {
+    inputSpec_ = std::move(inputSpec);
+}
+
+bool OptionParser::HasDispatcherParameter(const std::string& name) const {
+    return HasParameter(dispatcherParameters_, name);
+}
+
+std::vector<std::string> OptionParser::GetDispatcherParameter(const std::string& name) const {
+    return GetValues(dispatcherParameters_, name);
+}
+
+const OptionParser::Parameters& OptionParser::GetCommandParameters() {
+    ProcessCommandArguments();
+    return commandParameters_;
+}
+
+bool OptionParser::HasCommandParameter(const std::string& name) {
+    return HasParameter(GetCommandParameters(), name);
+}
+
+std::vector<std::string> OptionParser::GetCommandParameter(const std::string& name) {
+    return GetValues(GetCommandParameters(), name);
+}
+
+std::string OptionParser::ToString() {
+    std::string text = std::string("Parsed: ") + (parsed_ ? "1" : "0");
+    text += "\nDispatcher: " + dispatcher_ + "\nErrors: ";
+    for (const auto& error : parseErrors_) {
+        text += "\n   " + error;
+    }
+    text += "\nPath: ";
+    for (const auto& name : commandPath_) {
+        text += "'" + name + "'";
+    }
+    text += "\nDispatch Params: " + Describe(dispatcherParameters_);
+    text += "\nCommand Params: " + Describe(GetCommandParameters());
+    return text + "\n";
+}
+
+std::string OptionParser::GetSilentString() {
+    return Host::ReadLineWithoutEcho();
+}
+
+bool OptionParser::IsParameter(const std::string& word) {
+    static const boost::regex option("^(-[a-zA-Z]|--([a-zA-Z][a-zA-Z0-9-]+)(=.+)?)$");
+    return boost::regex_match(word, option);
+}
+
+void OptionParser::ParseStack(WordStack& stack) {
+    if (stack.empty()) {
+        return;
+    }
+    commandParameters_.clear();
+    dispatcherParameters_ = ParseParameters(stack);
+    commandPath_.clear();
+    while (!stack.empty() && !IsParameter(stack.back())) {
+        commandPath_.push_back(std::move(stack.back()));
+        stack.pop_back();
+    }
+    pendingWords_ = std::move(stack);
+}
+
+OptionParser::Parameters OptionParser::ParseParameters(WordStack& stack) {
+    Parameters parameters;
+    while (!stack.empty() && IsParameter(stack.back())) {
+        const std::string word = std::move(stack.back());
+        stack.pop_back();
+        std::string name;
+        std::string value;
+        if (!ParseParameter(word, name, value)) {
+            if (!stack.empty() && !IsParameter(stack.back())) {
+                value = std::move(stack.back());
+                stack.pop_back();
+            } else {
+                value = ValueOfBareOption(word, name);
+            }
+        }
+        parameters.emplace_back(std::move(name), std::move(value));
+    }
+    return parameters;
+}
+
+bool OptionParser::ParseParameter(const std::string& word, std::string& name, std::string& value) {
+    static const boost::regex shortOption("^-([a-zA-Z])$");
+    static const boost::regex longOption("^--([a-zA-Z][a-zA-Z0-9-]+)$");
+    static const boost::regex optionWithValue("^--([a-zA-Z][a-zA-Z0-9-]+)=(.+)$");
+    boost::smatch match;
+    if (boost::regex_match(word, match, shortOption) ||
+        boost::regex_match(word, match, longOption)) {
+        name = match.str(1);
+        return false;
+    }
+    if (boost::regex_match(word, match, optionWithValue)) {
+        name = match.str(1);
+        value = match.str(2);
+        return true;
+    }
+    parseErrors_.push_back("Attempt to parse option failed.  Input was : " + word);
+    return false;
+}
+
+std::string OptionParser::ValueOfBareOption(const std::string& word, const std::string& name) {
+    const auto parameter = FindDeclared(name);
+    if (!parameter) {
+        return {};
+    }
+    if (parameter->IsSecret()) {
+        std::cout << "Enter value for '" << parameter->GetName() << "': " << std::flush;
+        std::string secret = GetSilentString();
+        std::cout << std::endl;
+        return secret;
+    }
+    if (parameter->GetParameterType() != ParameterType::Flag && parameter->GetName() != "help") {
+        parseErrors_.push_back(word + " must have value");
+    }
+    return {};
+}
+
+std::shared_ptr<ParameterSpec> OptionParser::FindDeclared(const std::string& name) const {
+    if (!inputSpec_) {
+        return nullptr;
+    }
+    const auto& parameters = inputSpec_->GetParameters();
+    const auto found =
+        std::find_if(parameters.begin(), parameters.end(), [&](const auto& parameter) {
+            return parameter->GetName() == name || parameter->GetShortName() == name;
+        });
+    return found == parameters.end() ? nullptr : *found;
+}
+
+void OptionParser::ProcessCommandArguments() {
+    if (pendingWords_.empty()) {
+        return;
+    }
+    WordStack words;
+    words.swap(pendingWords_);
+    commandParameters_ = ParseParameters(words);
+    if (words.empty()) {
+        return;
+    }
+    std::string error = "Found Extra non-parameter arguments at the end of input: ";
+    std::for_each(words.rbegin(), words.rend(),
+                  [&](const std::string& word) { error += "'" + word + "' "; });
+    parseErrors_.push_back(std::move(error));
+}
+
+} // namespace CppTools::AutoCli

@@ -1,0 +1,22 @@
+# What every target of this project is compiled and linked with; not passed on to its users.
+add_library(CppToolsBuildFlags INTERFACE)
+
+target_compile_options(CppToolsBuildFlags INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
+if(CPPTOOLS_WERROR)
+  target_compile_options(CppToolsBuildFlags INTERFACE -Werror)
+endif()
+
+# The flags of a tool that runs as root.
+target_compile_options(CppToolsBuildFlags INTERFACE -fstack-protector-strong)
+target_link_options(CppToolsBuildFlags INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+if(CPPTOOLS_SANITIZE)
+  # Shared libraries and executables agree on one runtime only when all are instrumented.
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+else()
+  # Fortified functions need the optimiser.
+  target_compile_definitions(
+    CppToolsBuildFlags INTERFACE $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
+  target_link_options(CppToolsBuildFlags INTERFACE -Wl,--no-undefined)
+endif()
