@@ -164,7 +164,7 @@ bool CliDispatcher::HandleOptions(OptionParser& parser, bool allowInput) {
         path.empty() ? GetRootNamespace() : GetRootNamespace()->ResolveNode(path);
     if (const auto command = std::dynamic_pointer_cast<Command>(node)) {
         success = RunCommand(parser, command, userFormat, display, output);
-    } else if (node->GetType() != NamespaceNode::kCommandType) {
+    } else if (node && node->GetType() != NamespaceNode::kCommandType) {
         PrintChildren(node, output);
     }
     PrintError(output);

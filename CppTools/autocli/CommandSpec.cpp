@@ -85,6 +85,10 @@ CommandSpec::~CommandSpec() = default;
 std::shared_ptr<InputSpec> CommandSpec::GetInputSpec() {
     if (!inputSpec_) {
         auto declared = GetInputSpecInternal();
+        if (!declared) {
+            throw CppToolException("The command '" + GetName() +
+                                   "' declares no input specification.");
+        }
         declared->AddParameter(NewHelpParameter());
         inputSpec_ = std::move(declared);
     }
@@ -94,6 +98,10 @@ std::shared_ptr<InputSpec> CommandSpec::GetInputSpec() {
 std::shared_ptr<CallSpec::OutputSpec> CommandSpec::GetOutputSpec() {
     if (!outputSpec_) {
         outputSpec_ = GetOutputSpecInternal();
+        if (!outputSpec_) {
+            throw CppToolException("The command '" + GetName() +
+                                   "' declares no output specification.");
+        }
     }
     return outputSpec_;
 }

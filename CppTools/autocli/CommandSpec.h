@@ -16,10 +16,12 @@ class CPPTOOLS_EXPORT CommandSpec : public CallSpec::CallTargetSpec, public Name
 
     /// What `GetInputSpecInternal` declares, with the built-in parameter "help" (short name "h")
     /// added. Built when first asked for; when that throws, the next call tries again. Throws
-    /// what `InputSpec::AddParameter` throws when the command declares "help" or "h" itself.
+    /// what `InputSpec::AddParameter` throws when the command declares "help" or "h" itself, and
+    /// "The command 'N' declares no input specification." for an empty declaration.
     std::shared_ptr<CallSpec::InputSpec> GetInputSpec() override;
 
-    /// What `GetOutputSpecInternal` declares, asked for once.
+    /// What `GetOutputSpecInternal` declares, asked for once. Throws "The command 'N' declares no
+    /// output specification." for an empty declaration.
     std::shared_ptr<CallSpec::OutputSpec> GetOutputSpec() override;
 
     std::shared_ptr<NamespaceNode> GetThis() override;
@@ -47,7 +49,8 @@ class CPPTOOLS_EXPORT CommandSpec : public CallSpec::CallTargetSpec, public Name
     std::shared_ptr<NamespaceNode> GetParent() override;
     int GetType() override;
 
-    /// The command's own declarations, made afresh or kept by the command; never empty.
+    /// The command's own declarations, made afresh or kept by the command. Two commands cannot
+    /// share one input specification, since each adds its help parameter to it.
     virtual std::shared_ptr<CallSpec::InputSpec> GetInputSpecInternal() = 0;
     virtual std::shared_ptr<CallSpec::OutputSpec> GetOutputSpecInternal() = 0;
 

@@ -152,8 +152,8 @@ void AutoCli_FitString(const int& indent, const int& width, const std::string& t
     if (!continueLine) {
         WriteIndent(out, indent);
     }
-    const bool fits = width <= indent || text.size() <= static_cast<std::size_t>(width) -
-                                                            static_cast<std::size_t>(indent);
+    const long available = static_cast<long>(width) - indent;
+    const bool fits = available <= 0 || static_cast<long>(text.size()) <= available;
     if (fits) {
         out << text;
     } else {

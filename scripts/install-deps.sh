@@ -1,0 +1,38 @@
+#!/bin/sh
+# Installs the Debian packages that building and testing need. Only what is missing is installed;
+# with nothing missing neither root nor the network is needed. Asks nothing.
+set -eu
+
+packages="
+    clang-format
+    cmake
+    g++
+    googletest
+    libboost1.81-dev
+    libgmock-dev
+    libgtest-dev
+    libutfcpp-dev
+    libxml2-dev
+    libxml2-utils
+    ninja-build
+    nlohmann-json3-dev
+    pkg-config
+    procps
+    python3
+"
+
+missing=""
+for package in $packages; do
+    state=$(dpkg-query --show --showformat='${db:Status-Abbrev}' "$package" 2>/dev/null || true)
+    case $state in
+    ii*) ;;
+    *) missing="$missing $package" ;;
+    esac
+done
+[ -n "$missing" ] || exit 0
+
+echo "Installing:$missing"
+export DEBIAN_FRONTEND=noninteractive
+apt-get update --quiet
+# shellcheck disable=SC2086 # one word for each package
+apt-get install --yes --quiet --no-install-recommends $missing
