@@ -1,12 +1,13 @@
 # What every target of this project is compiled and linked with; not passed on to its users.
-add_library(CppToolsBuildFlags INTERFACE)
-
-target_compile_options(CppToolsBuildFlags INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
+add_library(CppToolsWarnings INTERFACE)
+target_compile_options(CppToolsWarnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
 if(CPPTOOLS_WERROR)
-  target_compile_options(CppToolsBuildFlags INTERFACE -Werror)
+  target_compile_options(CppToolsWarnings INTERFACE -Werror)
 endif()
 
-# The flags of a tool that runs as root.
+# What is installed also has the flags of a tool that runs as root.
+add_library(CppToolsBuildFlags INTERFACE)
+target_link_libraries(CppToolsBuildFlags INTERFACE CppToolsWarnings)
 target_compile_options(CppToolsBuildFlags INTERFACE -fstack-protector-strong)
 target_link_options(CppToolsBuildFlags INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
 if(CPPTOOLS_SANITIZE)
@@ -16,7 +17,7 @@ if(CPPTOOLS_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 else()
   # Fortified functions need the optimiser.
-  target_compile_definitions(
-    CppToolsBuildFlags INTERFACE $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
+  target_compile_definitions(CppToolsBuildFlags
+                             INTERFACE $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
   target_link_options(CppToolsBuildFlags INTERFACE -Wl,--no-undefined)
 endif()

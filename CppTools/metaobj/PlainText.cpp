@@ -6,17 +6,13 @@
 namespace CppTools::MetaObj {
 
 void PlainTextWriter::Append(const MetaObject& value) {
-    switch (value.GetType()) {
-    case MetaType::String:
-        text_ += static_cast<const MetaString&>(value).GetValue();
-        break;
-    case MetaType::List:
-        AppendList(static_cast<const MetaList&>(value));
-        break;
-    case MetaType::Struct:
-        AppendStruct(static_cast<const MetaStruct&>(value));
-        break;
-    default:
+    if (const auto* text = dynamic_cast<const MetaString*>(&value)) {
+        text_ += text->GetValue();
+    } else if (const auto* list = dynamic_cast<const MetaList*>(&value)) {
+        AppendList(*list);
+    } else if (const auto* structure = dynamic_cast<const MetaStruct*>(&value)) {
+        AppendStruct(*structure);
+    } else {
         text_ += value.ToString();
     }
 }

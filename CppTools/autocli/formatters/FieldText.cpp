@@ -20,7 +20,6 @@ namespace CppTools::AutoCli {
 
 using MetaObj::MetaObject;
 using MetaObj::MetaStruct;
-using MetaObj::MetaType;
 
 namespace {
 
@@ -29,22 +28,17 @@ constexpr int kIndentPerLevel = 3;
 /// What the field's text may need beyond the lengths of the format and of the plain text.
 constexpr std::size_t kSpareFormatRoom = 65;
 
-/// Formats one value; returns what snprintf does. The format comes from the user, who answers
-/// for its fitting the value.
+/// Formats one value; returns what snprintf does. Structures and lists format as nothing. The
+/// format comes from the user, who answers for its fitting the value.
 int PrintValue(std::vector<char>& buffer, const char* format, const MetaObject& value) {
-    switch (value.GetType()) {
-    case MetaType::Int:
-        return std::snprintf(buffer.data(), buffer.size(), format,
-                             static_cast<const MetaObj::MetaInt&>(value).GetValue());
-    case MetaType::Bool:
-        return std::snprintf(buffer.data(), buffer.size(), format,
-                             static_cast<const MetaObj::MetaBool&>(value).GetValue() ? 1 : 0);
-    case MetaType::String:
-        return std::snprintf(buffer.data(), buffer.size(), format,
-                             static_cast<const MetaObj::MetaString&>(value).GetValue().c_str());
-    case MetaType::Struct:
-    case MetaType::List:
-        break;
+    if (const auto* number = dynamic_cast<const MetaObj::MetaInt*>(&value)) {
+        return std::snprintf(buffer.data(), buffer.size(), format, number->GetValue());
+    }
+    if (const auto* truth = dynamic_cast<const MetaObj::MetaBool*>(&value)) {
+        return std::snprintf(buffer.data(), buffer.size(), format, truth->GetValue() ? 1 : 0);
+    }
+    if (const auto* text = dynamic_cast<const MetaObj::MetaString*>(&value)) {
+        return std::snprintf(buffer.data(), buffer.size(), format, text->GetValue().c_str());
     }
     return 0;
 }
@@ -95,7 +89,7 @@ std::string GetIndent(int level) {
 
 std::shared_ptr<MetaObject> GetSubField(std::shared_ptr<MetaStruct> st, const std::string& path) {
     if (path.find('.') == std::string::npos) {
-        return st->GetField(path);
+        return st ? st->GetField(path) : nullptr;
     }
     std::vector<std::string> parts;
     boost::algorithm::split(parts, path, boost::algorithm::is_any_of("."));

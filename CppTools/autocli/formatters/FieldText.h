@@ -21,8 +21,8 @@ CPPTOOLS_EXPORT std::string GetIndent(int level);
 
 /// The field that a path names: a field name, or names joined by "." that are looked up one in
 /// the other. A part that the current structure lacks leaves the structure as it is for the next
-/// part; the result is that of the last. Empty when the last part was not found, and when the
-/// path leads through a value that is not a structure.
+/// part; the result is that of the last. Empty when the last part was not found, when the path
+/// leads through a value that is not a structure, and when there is no structure to begin with.
 CPPTOOLS_EXPORT std::shared_ptr<MetaObj::MetaObject>
 GetSubField(std::shared_ptr<MetaObj::MetaStruct> st, const std::string& path);
 
