@@ -6,7 +6,8 @@ namespace CppTools::MetaObj {
 
 bool MetaObject::IsSameStructure(const std::shared_ptr<MetaObject>& other,
                                  std::vector<std::string>* errors) const {
-    const bool isScalar = type_ != MetaType::Struct && type_ != MetaType::List;
+    const bool isScalar =
+        type_ == MetaType::Int || type_ == MetaType::Bool || type_ == MetaType::String;
     if (isScalar && other->GetType() == type_) {
         return true;
     }
