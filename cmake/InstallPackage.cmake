@@ -12,11 +12,17 @@ install(
   NAMESPACE CppTools::
   DESTINATION ${package_dir})
 
-# Absolute directories may be given for the library and the headers.
-cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_LIBDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} NORMALIZE
-           OUTPUT_VARIABLE pc_libdir)
-cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_INCLUDEDIR BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} NORMALIZE
-           OUTPUT_VARIABLE pc_includedir)
-configure_file(cmake/CppTools.pc.in CppTools.pc @ONLY)
+# Only the installation knows the prefix for certain; the directories may be absolute.
+install(
+  CODE "
+    cmake_path(ABSOLUTE_PATH CMAKE_INSTALL_PREFIX NORMALIZE OUTPUT_VARIABLE pc_prefix)
+    set(pc_libdir \"${CMAKE_INSTALL_LIBDIR}\")
+    set(pc_includedir \"${CMAKE_INSTALL_INCLUDEDIR}\")
+    cmake_path(ABSOLUTE_PATH pc_libdir BASE_DIRECTORY \"\${pc_prefix}\" NORMALIZE)
+    cmake_path(ABSOLUTE_PATH pc_includedir BASE_DIRECTORY \"\${pc_prefix}\" NORMALIZE)
+    set(PROJECT_DESCRIPTION \"${PROJECT_DESCRIPTION}\")
+    set(PROJECT_VERSION \"${PROJECT_VERSION}\")
+    configure_file(\"${CMAKE_CURRENT_SOURCE_DIR}/cmake/CppTools.pc.in\"
+                   \"${CMAKE_CURRENT_BINARY_DIR}/CppTools.pc\" @ONLY)")
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/CppTools.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -58,6 +58,32 @@ std::shared_ptr<MetaObject> BuildMetaBool(_xmlNode* node) {
     return MetaObj::MetaBool::New(text != "false" && text != "f" && text != "0");
 }
 
+/// A copy of a structure, and of those inside it, for use as a template. Lists are shared: each
+/// holds its items beside a template of its own, so that copies would double with each level.
+std::shared_ptr<MetaObject> CopyForTemplate(const std::shared_ptr<MetaObject>& value) {
+    const auto* structure = dynamic_cast<const MetaStruct*>(value.get());
+    if (structure == nullptr) {
+        return value;
+    }
+    auto copy = MetaStruct::New(structure->GetTypeName());
+    for (const auto& name : structure->GetFieldNames()) {
+        copy->SetField(name, CopyForTemplate(structure->GetField(name)));
+    }
+    return copy;
+}
+
+/// The first item is read only once, and copied for the template, since reading it twice would
+/// take twice as long for each level of lists within lists.
+std::shared_ptr<MetaList> BuildListWithTemplate(MetaType type, _xmlNode* node) {
+    auto* const first = FirstElementFrom(node->children);
+    const auto firstItem = first != nullptr ? XmlUtil_BuildMetaObject(first) : nullptr;
+    auto list = MetaList::New(type, CopyForTemplate(firstItem));
+    ForEachElement(*node, [&](_xmlNode* child) {
+        list->Add(child == first ? firstItem : XmlUtil_BuildMetaObject(child));
+    });
+    return list;
+}
+
 std::shared_ptr<MetaObject> BuildRootValue(_xmlNode* element) {
     try {
         return XmlUtil_BuildMetaObject(element);
@@ -137,13 +163,10 @@ std::shared_ptr<MetaObject> XmlUtil_BuildMetaObject(_xmlNode* node) {
 
 std::shared_ptr<MetaList> BuildMetaList(_xmlNode* node) {
     const MetaType type = ReadListType(node);
-    std::shared_ptr<MetaList> list;
     if (type == MetaType::Struct || type == MetaType::List) {
-        auto* const first = FirstElementFrom(node->children);
-        list = MetaList::New(type, first != nullptr ? XmlUtil_BuildMetaObject(first) : nullptr);
-    } else {
-        list = MetaList::New(type);
+        return BuildListWithTemplate(type, node);
     }
+    auto list = MetaList::New(type);
     ForEachElement(*node, [&](_xmlNode* child) { list->Add(XmlUtil_BuildMetaObject(child)); });
     return list;
 }
