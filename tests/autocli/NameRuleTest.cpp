@@ -1,0 +1,96 @@
+#include <CppTools/autocli/NamespaceNode.h>
+
+#include <tests/support/NamedRow.h>
+
+#include <gtest/gtest.h>
+#include <regex>
+#include <string>
+#include <vector>
+
+using CppTools::AutoCli::AutoCli_IsValidName;
+
+namespace {
+
+constexpr std::size_t kMillion = 1000000;
+
+/// All words of up to `length` characters of the alphabet, the empty one included.
+std::vector<std::string> WordsUpTo(std::size_t length, const std::string& alphabet) {
+    std::vector<std::string> words{""};
+    for (std::size_t begin = 0, round = 0; round < length; ++round) {
+        const std::size_t end = words.size();
+        for (; begin < end; ++begin) {
+            for (const char c : alphabet) {
+                words.push_back(words[begin] + c);
+            }
+        }
+    }
+    return words;
+}
+
+TEST(NameRuleTest, IsValidName_EveryShortWord_AnswersAsThePattern) {
+    const std::regex pattern("([a-z0-9]+[A-Z0-9]{0,1})+");
+    std::size_t accepted = 0;
+    for (const std::string& word : WordsUpTo(5, "azAZ9-")) {
+        const bool expected = std::regex_match(word, pattern);
+        accepted += expected ? 1 : 0;
+        ASSERT_EQ(AutoCli_IsValidName(word), expected) << "'" << word << "'";
+    }
+    EXPECT_GT(accepted, 0U);
+}
+
+TEST(NameRuleTest, IsValidName_EveryByteAlone_OnlyLowerCaseLettersAndDigits) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const bool expected = (byte >= 'a' && byte <= 'z') || (byte >= '0' && byte <= '9');
+        EXPECT_EQ(AutoCli_IsValidName(std::string(1, static_cast<char>(byte))), expected) << byte;
+    }
+}
+
+TEST(NameRuleTest, IsValidName_EveryByteBehindALowerCaseLetter_OnlyLettersAndDigits) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const bool expected = (byte >= 'a' && byte <= 'z') || (byte >= '0' && byte <= '9') ||
+                              (byte >= 'A' && byte <= 'Z');
+        const std::string name{'a', static_cast<char>(byte)};
+        EXPECT_EQ(AutoCli_IsValidName(name), expected) << byte;
+    }
+}
+
+struct NameRow : TestSupport::NamedRow {
+    std::string word;
+    bool valid;
+};
+
+class NameRuleRowTest : public testing::TestWithParam<NameRow> {};
+
+TEST_P(NameRuleRowTest, IsValidName) {
+    EXPECT_EQ(AutoCli_IsValidName(GetParam().word), GetParam().valid);
+}
+
+std::string Repeated(const std::string& part, std::size_t times) {
+    std::string text;
+    text.reserve(part.size() * times);
+    for (std::size_t i = 0; i < times; ++i) {
+        text += part;
+    }
+    return text;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, NameRuleRowTest,
+    testing::Values(
+        NameRow{{"CamelCase"}, "fooBar", true}, NameRow{{"EndsInDigit"}, "get2", true},
+        NameRow{{"EndsInUpperCase"}, "fooB", true}, NameRow{{"DigitFirst"}, "2get", true},
+        NameRow{{"UpperCaseBehindDigit"}, "get2X", true},
+        NameRow{{"DigitBetweenUpperCase"}, "fooB1C", true},
+        NameRow{{"UpperCaseFirst"}, "FooBar", false},
+        NameRow{{"TwoUpperCaseInARow"}, "fooBAR", false}, NameRow{{"Dash"}, "foo-bar", false},
+        NameRow{{"Empty"}, "", false}, NameRow{{"LineEndBehind"}, "foo\n", false},
+        NameRow{{"NulInside"}, std::string("fo\0o", 4), false},
+        NameRow{{"MillionLowerCase"}, std::string(kMillion, 'a'), true},
+        NameRow{{"MillionDigits"}, std::string(kMillion, '7'), true},
+        NameRow{{"MillionCamels"}, Repeated("aB", kMillion / 2), true},
+        NameRow{{"MillionAndADash"}, std::string(kMillion - 1, 'a') + "-", false},
+        NameRow{{"MillionCamelsAndADash"}, Repeated("aB", kMillion / 2) + "-", false},
+        NameRow{{"MillionAndTwoUpperCase"}, std::string(kMillion - 2, 'a') + "BB", false}),
+    [](const auto& row) { return row.param.name; });
+
+} // namespace

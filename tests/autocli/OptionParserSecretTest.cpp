@@ -1,0 +1,233 @@
+#include <CppTools/autocli/OptionParser.h>
+
+#include <CppTools/callspec/InputSpec.h>
+#include <tests/support/ChildRun.h>
+#include <tests/support/PseudoTerminal.h>
+#include <tests/support/ScriptedCommand.h>
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+using CppTools::AutoCli::OptionParser;
+using CppTools::CallSpec::InputSpec;
+using CppTools::CallSpec::ParameterSpec;
+using CppTools::CallSpec::ParameterType;
+using TestSupport::ChildRun;
+using TestSupport::PseudoTerminal;
+using TestSupport::RunInChild;
+using TestSupport::StatusOf;
+
+namespace {
+
+std::shared_ptr<InputSpec> SpecWithPassword() {
+    const auto password = TestSupport::OptionalParameter("password", ParameterType::String, "p");
+    password->SetSecret(true);
+    auto spec = InputSpec::New();
+    spec->AddParameter(password);
+    spec->AddParameter(TestSupport::OptionalParameter("user", ParameterType::String));
+    return spec;
+}
+
+/// Parses a command's options and prints what came out of them.
+void ParseAndPrint(const std::vector<std::string>& words) {
+    OptionParser parser;
+    parser.ParseVector(words);
+    parser.SetInputSpec(SpecWithPassword());
+    for (const auto& [name, value] : parser.GetCommandParameters()) {
+        std::cout << name << "='" << value << "'\n";
+    }
+    for (const std::string& error : parser.GetParseErrors()) {
+        std::cout << error << '\n';
+    }
+}
+
+ChildRun ParseInChild(const std::vector<std::string>& words, const std::string& input) {
+    return RunInChild([&] { ParseAndPrint(words); }, input);
+}
+
+TEST(OptionParserSecretTest, WithoutAValue_IsPromptedForByTheLongName) {
+    const ChildRun run = ParseInChild({"login", "--password"}, "hunter2\nnext\n");
+    EXPECT_EQ(run.out, "Enter value for 'password': \npassword='hunter2'\n");
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.status, 0);
+}
+
+TEST(OptionParserSecretTest, ShortNameWithoutAValue_IsPromptedForByTheLongName) {
+    EXPECT_EQ(ParseInChild({"login", "-p", "--user=me"}, "hunter2\n").out,
+              "Enter value for 'password': \np='hunter2'\nuser='me'\n");
+}
+
+TEST(OptionParserSecretTest, ValueInTheWord_IsNotPromptedFor) {
+    EXPECT_EQ(ParseInChild({"login", "--password=given"}, "hunter2\n").out, "password='given'\n");
+}
+
+TEST(OptionParserSecretTest, ValueInTheNextWord_IsNotPromptedFor) {
+    EXPECT_EQ(ParseInChild({"login", "--password", "given"}, "hunter2\n").out,
+              "password='given'\n");
+}
+
+TEST(OptionParserSecretTest, GivenTwiceWithoutAValue_IsPromptedForTwice) {
+    EXPECT_EQ(ParseInChild({"login", "--password", "--password"}, "one\ntwo\n").out,
+              "Enter value for 'password': \nEnter value for 'password': \npassword='one'\n"
+              "password='two'\n");
+}
+
+TEST(OptionParserSecretTest, SeveralQuestions_PromptOnce) {
+    const ChildRun run = RunInChild(
+        [] {
+            OptionParser parser;
+            parser.ParseVector({"login", "--password"});
+            parser.SetInputSpec(SpecWithPassword());
+            parser.HasCommandParameter("password");
+            parser.GetCommandParameters();
+            std::cout << parser.GetCommandParameter("password").front();
+        },
+        "one\ntwo\n");
+    EXPECT_EQ(run.out, "Enter value for 'password': \none");
+}
+
+TEST(OptionParserSecretTest, OtherParameterWithoutAValue_IsNotPromptedFor) {
+    EXPECT_EQ(ParseInChild({"login", "--user"}, "hunter2\n").out,
+              "user=''\n--user must have value\n");
+}
+
+TEST(OptionParserSecretTest, EndOfFile_IsTheEmptyValue) {
+    const ChildRun run = ParseInChild({"login", "--password"}, "");
+    EXPECT_EQ(run.out, "Enter value for 'password': \npassword=''\n");
+    EXPECT_EQ(run.status, 0);
+}
+
+TEST(OptionParserSecretTest, EmptyLine_IsTheEmptyValue) {
+    EXPECT_EQ(ParseInChild({"login", "--password"}, "\nhunter2\n").out,
+              "Enter value for 'password': \npassword=''\n");
+}
+
+TEST(OptionParserSecretTest, GetSilentString_FromAPipe_ReadsLineByLineWithoutLineEnds) {
+    const ChildRun run = RunInChild(
+        [] {
+            for (int i = 0; i < 4; ++i) {
+                std::cout << '[' << OptionParser::GetSilentString() << ']';
+            }
+        },
+        " one\t\n\ntwo");
+    EXPECT_EQ(run.out, "[ one\t][][two][]");
+    EXPECT_EQ(run.err, "");
+}
+
+TEST(OptionParserSecretTest, GetSilentString_LeavesTheNextLineToOthers) {
+    const ChildRun run = RunInChild(
+        [] {
+            OptionParser::GetSilentString();
+            std::string line;
+            std::getline(std::cin, line);
+            std::cout << line;
+        },
+        "secret\nnext\n");
+    EXPECT_EQ(run.out, "next");
+}
+
+TEST(OptionParserSecretTest, OnATerminal_NothingTypedIsShown) {
+    PseudoTerminal terminal;
+    ASSERT_TRUE(terminal.Echoes());
+    const pid_t child = terminal.Start([] { ParseAndPrint({"login", "--password"}); });
+    const std::string prompt = terminal.ReadUntil(": ");
+    terminal.AwaitSilence();
+    terminal.Type("hunter2\n");
+    EXPECT_EQ(StatusOf(child), 0);
+    EXPECT_EQ(prompt + terminal.ReadRest(), "Enter value for 'password': \npassword='hunter2'\n");
+}
+
+TEST(OptionParserSecretTest, OnATerminal_TheSettingsAreAsBeforeAfterwards) {
+    PseudoTerminal terminal;
+    const termios before = terminal.Settings();
+    const pid_t child = terminal.Start([] { OptionParser::GetSilentString(); });
+    terminal.AwaitSilence();
+    terminal.Type("hunter2\n");
+    EXPECT_EQ(StatusOf(child), 0);
+    const termios after = terminal.Settings();
+    EXPECT_EQ(after.c_lflag, before.c_lflag);
+    EXPECT_EQ(after.c_iflag, before.c_iflag);
+    EXPECT_EQ(after.c_oflag, before.c_oflag);
+}
+
+TEST(OptionParserSecretTest, OnATerminal_OnlyTheEchoIsSwitchedOff) {
+    PseudoTerminal terminal;
+    const termios before = terminal.Settings();
+    const pid_t child = terminal.Start([] { OptionParser::GetSilentString(); });
+    terminal.AwaitSilence();
+    EXPECT_EQ(terminal.Settings().c_lflag, before.c_lflag & ~static_cast<tcflag_t>(ECHO));
+    terminal.Type("hunter2\n");
+    EXPECT_EQ(StatusOf(child), 0);
+}
+
+TEST(OptionParserSecretTest, OnATerminal_EndOfFileIsTheEmptyValue) {
+    PseudoTerminal terminal;
+    const pid_t child = terminal.Start([] { ParseAndPrint({"login", "--password"}); });
+    terminal.AwaitSilence();
+    terminal.Type("\x04");
+    EXPECT_EQ(StatusOf(child), 0);
+    EXPECT_TRUE(terminal.Echoes());
+    EXPECT_EQ(terminal.ReadRest(), "Enter value for 'password': \npassword=''\n");
+}
+
+TEST(OptionParserSecretTest, OnATerminal_InterruptRestoresTheEchoAndEndsTheProcess) {
+    PseudoTerminal terminal;
+    const pid_t child = terminal.Start([] { ParseAndPrint({"login", "--password"}); });
+    terminal.AwaitSilence();
+    terminal.Type("hun\x03");
+    EXPECT_EQ(StatusOf(child), -SIGINT);
+    EXPECT_TRUE(terminal.Echoes());
+}
+
+TEST(OptionParserSecretTest, OnATerminal_TerminationRestoresTheEchoAndEndsTheProcess) {
+    PseudoTerminal terminal;
+    const pid_t child = terminal.Start([] { OptionParser::GetSilentString(); });
+    terminal.AwaitSilence();
+    kill(child, SIGTERM);
+    EXPECT_EQ(StatusOf(child), -SIGTERM);
+    EXPECT_TRUE(terminal.Echoes());
+}
+
+/// Runs `body` as the foreground job of a shell that reports when the job was stopped, wakes it,
+/// and waits for its end.
+template <typename Body>
+void RunAsJob(Body&& body) {
+    const pid_t job = fork();
+    if (job == 0) {
+        setpgid(0, 0);
+        std::signal(SIGTTOU, SIG_IGN); // It is in the background until the next line.
+        tcsetpgrp(STDIN_FILENO, getpid());
+        std::signal(SIGTTOU, SIG_DFL);
+        TestSupport::EndWith(body);
+    }
+    int status = 0;
+    waitpid(job, &status, WUNTRACED);
+    termios settings{};
+    tcgetattr(STDIN_FILENO, &settings);
+    const bool echoes = (settings.c_lflag & static_cast<tcflag_t>(ECHO)) != 0;
+    std::cout << (WIFSTOPPED(status) ? "stopped, " : "ended, ") << (echoes ? "echoing" : "silent")
+              << std::endl;
+    kill(job, SIGCONT);
+    StatusOf(job);
+}
+
+TEST(OptionParserSecretTest, OnATerminal_SuspensionRestoresTheEchoUntilItIsContinued) {
+    PseudoTerminal terminal;
+    const pid_t shell = terminal.Start([] {
+        RunAsJob([] { ParseAndPrint({"login", "--password"}); });
+    });
+    terminal.AwaitSilence();
+    terminal.Type("\x1a");
+    const std::string before = terminal.ReadUntil("echoing\n");
+    terminal.AwaitSilence();
+    terminal.Type("hunter2\n");
+    EXPECT_EQ(StatusOf(shell), 0);
+    EXPECT_EQ(before + terminal.ReadRest(),
+              "Enter value for 'password': stopped, echoing\n\npassword='hunter2'\n");
+}
+
+} // namespace

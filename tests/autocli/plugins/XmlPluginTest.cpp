@@ -1,0 +1,129 @@
+#include <CppTools/autocli/plugins/XmlPlugin.h>
+
+#include <gtest/gtest.h>
+#include <tests/support/CommandDescriptor.h>
+#include <tests/support/TempDirectory.h>
+#include <tests/support/Thrown.h>
+#include <tests/support/TreeLookup.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+using CppTools::AutoCli::XmlPlugin;
+using TestSupport::CommandDescriptor;
+using TestSupport::CommandPieces;
+using TestSupport::CommandsElement;
+using TestSupport::Descriptor;
+using TestSupport::DescriptorMessage;
+using TestSupport::NamespaceElement;
+using TestSupport::NamespacesElement;
+using TestSupport::NewRoot;
+using TestSupport::TempDirectory;
+using TestSupport::ThrownBy;
+
+using Texts = std::vector<std::string>;
+
+TEST(XmlPluginTest, New_StoresThePathAndTouchesNoFile) {
+    const auto plugin = XmlPlugin::New("/nowhere/at all.xml");
+    EXPECT_EQ(plugin->GetName(), "/nowhere/at all.xml");
+}
+
+TEST(XmlPluginTest, RegisterNamespaces_BeforeInitializeRegistersNothing) {
+    const auto root = NewRoot();
+    XmlPlugin::New("/nowhere/at all.xml")->RegisterNamespaces(root);
+    EXPECT_EQ(root->GetNamespaceNodeNames(), Texts{});
+}
+
+TEST(XmlPluginTest, Initialize_MissingFileIsRefused) {
+    const TempDirectory directory;
+    const std::string path = directory / "missing.xml";
+    EXPECT_EQ(ThrownBy([&] { XmlPlugin::New(path)->Initialize(); }),
+              DescriptorMessage(path, "Unable to parse XML descriptor: " + path));
+}
+
+TEST(XmlPluginTest, Initialize_DirectoryIsRefused) {
+    const TempDirectory directory;
+    const std::string path = directory.MakeDirectory("folder.xml");
+    EXPECT_EQ(ThrownBy([&] { XmlPlugin::New(path)->Initialize(); }),
+              DescriptorMessage(path, "Unable to parse XML descriptor: " + path));
+}
+
+TEST(XmlPluginTest, Initialize_ReadsTheFileOnceAndNotAtRegistration) {
+    const TempDirectory directory;
+    const std::string path = directory.Write("demo.xml", CommandDescriptor({}));
+    const auto plugin = XmlPlugin::New(path);
+    plugin->Initialize();
+    std::filesystem::remove(path);
+    const auto root = NewRoot();
+    plugin->RegisterNamespaces(root);
+    EXPECT_EQ(root->GetNamespaceNodeNames(), Texts{"demo"});
+}
+
+TEST(XmlPluginTest, Initialize_ASecondCallReadsTheFileAfresh) {
+    const TempDirectory directory;
+    const std::string path = directory.Write("demo.xml", CommandDescriptor({}));
+    const auto plugin = XmlPlugin::New(path);
+    plugin->Initialize();
+    directory.Write("demo.xml", Descriptor(NamespacesElement(NamespaceElement("other", "Other."))));
+    plugin->Initialize();
+    const auto root = NewRoot();
+    plugin->RegisterNamespaces(root);
+    EXPECT_EQ(root->GetNamespaceNodeNames(), Texts{"other"});
+}
+
+TEST(XmlPluginTest, Initialize_WhatWasReadBeforeTheFaultStays) {
+    const TempDirectory directory;
+    CommandPieces broken;
+    broken.attributes = "path=\"demo.broken\"";
+    broken.execute = "";
+    const std::string path = directory.Write(
+        "demo.xml", Descriptor(NamespacesElement(NamespaceElement("demo", "Demonstrations.")) +
+                               CommandsElement(CommandPieces{}.ToElement() + broken.ToElement())));
+    const auto plugin = XmlPlugin::New(path);
+    EXPECT_EQ(ThrownBy([&] { plugin->Initialize(); }),
+              DescriptorMessage(
+                  path,
+                  "Unable to register the command 'tandril demo.broken'  Error was Missing or "
+                  "empty <execute> tag.  This tag must specify a valid execution string for "
+                  "this command."));
+    const auto root = NewRoot();
+    plugin->RegisterNamespaces(root);
+    EXPECT_EQ(root->GetNamespaceNodeNames(), Texts{"demo"});
+    EXPECT_EQ(root->GetNamespaceNode("demo")->GetNamespaceNodeNames(), Texts{"run"});
+}
+
+TEST(XmlPluginTest, Initialize_AnEmptyNamespacesElementRegistersNothing) {
+    const TempDirectory directory;
+    const std::string path = directory.Write("demo.xml", Descriptor("<namespaces/>"));
+    const auto plugin = XmlPlugin::New(path);
+    plugin->Initialize();
+    const auto root = NewRoot();
+    plugin->RegisterNamespaces(root);
+    EXPECT_EQ(root->GetNamespaceNodeNames(), Texts{});
+}
+
+TEST(XmlPluginTest, HasFormatter_IsAlwaysFalse) {
+    const auto plugin = XmlPlugin::New("demo.xml");
+    EXPECT_FALSE(plugin->HasFormatter("table"));
+    EXPECT_FALSE(plugin->HasFormatter(""));
+}
+
+TEST(XmlPluginTest, GetFormatter_AlwaysThrows) {
+    const auto plugin = XmlPlugin::New("demo.xml");
+    EXPECT_EQ(ThrownBy([&] { plugin->GetFormatter("table"); }),
+              "Xml Plugin doesn't not support formatters");
+    EXPECT_EQ(ThrownBy([&] { plugin->GetFormatter(""); }),
+              "Xml Plugin doesn't not support formatters");
+}
+
+TEST(XmlPluginTest, GetFormatters_IsOneEmptyVectorForAllInstances) {
+    const auto first = XmlPlugin::New("first.xml");
+    const auto second = XmlPlugin::New("second.xml");
+    EXPECT_TRUE(first->GetFormatters().empty());
+    EXPECT_EQ(&first->GetFormatters(), &second->GetFormatters());
+}
+
+} // namespace

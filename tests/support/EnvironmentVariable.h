@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace TestSupport {
+
+/// Sets a variable of the environment, or takes it away, until the end of the scope.
+class EnvironmentVariable {
+  public:
+    EnvironmentVariable(std::string name, const std::optional<std::string>& value)
+        : name_(std::move(name)) {
+        if (const char* before = std::getenv(name_.c_str())) {
+            before_ = before;
+        }
+        Set(value);
+    }
+    EnvironmentVariable(const EnvironmentVariable&) = delete;
+    EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
+    ~EnvironmentVariable() { Set(before_); }
+
+  private:
+    void Set(const std::optional<std::string>& value) const {
+        if (value) {
+            setenv(name_.c_str(), value->c_str(), 1);
+        } else {
+            unsetenv(name_.c_str());
+        }
+    }
+
+    std::string name_;
+    std::optional<std::string> before_;
+};
+
+} // namespace TestSupport
