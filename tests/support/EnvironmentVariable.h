@@ -17,8 +17,10 @@ class EnvironmentVariable {
         }
         Set(value);
     }
+
     EnvironmentVariable(const EnvironmentVariable&) = delete;
     EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
+
     ~EnvironmentVariable() { Set(before_); }
 
   private:

@@ -5,11 +5,13 @@
 #include <CppTools/metaobj/MetaObject.h>
 
 #include <gtest/gtest.h>
+#include <tests/support/ChildRun.h>
 #include <tests/support/TempDirectory.h>
 #include <tests/support/Thrown.h>
 #include <tests/support/TreeLookup.h>
 
 #include <dlfcn.h>
+#include <iostream>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -27,6 +29,7 @@ using CppTools::CallSpec::Input;
 using CppTools::CallSpec::Output;
 using TestSupport::NewRoot;
 using TestSupport::NodeAt;
+using TestSupport::RunInChild;
 using TestSupport::TempDirectory;
 using TestSupport::ThrownBy;
 
@@ -226,10 +229,15 @@ TEST(SharedLibraryPluginTest, Initialize_TwoPluginsShareOneLibraryUntilTheLastGo
 }
 
 TEST(SharedLibraryPluginTest, Initialize_SymbolsAreThereForLibrariesLoadedLater) {
-    const auto plugin = SharedLibraryPlugin::New(Fixture("plain_plugin"));
-    EXPECT_EQ(dlsym(RTLD_DEFAULT, "PlainPlugin_Answer"), nullptr);
-    plugin->Initialize();
-    EXPECT_NE(dlsym(RTLD_DEFAULT, "PlainPlugin_Answer"), nullptr);
+    // In a process of its own: a library that the program has looked into is never unloaded.
+    const auto child = RunInChild([] {
+        const auto plugin = SharedLibraryPlugin::New(Fixture("plain_plugin"));
+        const bool before = dlsym(RTLD_DEFAULT, "PlainPlugin_Answer") != nullptr;
+        plugin->Initialize();
+        const bool after = dlsym(RTLD_DEFAULT, "PlainPlugin_Answer") != nullptr;
+        std::cout << "before " << before << ", after " << after;
+    });
+    EXPECT_EQ(child.out, "before 0, after 1");
 }
 
 TEST(SharedLibraryPluginTest, Initialize_FunctionsAreBoundWhenTheyAreFirstCalled) {
