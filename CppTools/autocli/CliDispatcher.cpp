@@ -7,6 +7,7 @@
 #include <CppTools/autocli/RootNamespace.h>
 #include <CppTools/autocli/formatters/CliDispatcherHelpFormatter.h>
 #include <CppTools/autocli/formatters/DisplayContext.h>
+#include <CppTools/host/ProcessSpawn.h>
 #include <CppTools/host/Terminal.h>
 #include <CppTools/metaobj/CppToolException.h>
 #include <CppTools/metaobj/MetaList.h>
@@ -19,7 +20,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -42,9 +42,10 @@ long screenWidthOverride = 0;
     errno = 0;
     std::cout.flush();
     const bool flushed = std::fflush(stdout) == 0;
+    const int error = errno;
     if (!flushed || !std::cout) {
         std::cerr << "Unable to write to standard output: "
-                  << (errno != 0 ? std::strerror(errno) : "some of the output was lost") << '\n';
+                  << (error != 0 ? Host::StatusText(error) : "some of the output was lost") << '\n';
         success = false;
     }
     std::exit(success ? EXIT_SUCCESS : EXIT_FAILURE);
