@@ -1,11 +1,7 @@
 #include <CppTools/autocli/formatters/FieldText.h>
 #include <CppTools/autocli/formatters/JsonFormatter.h>
+#include <CppTools/autocli/formatters/ValueDispatch.h>
 #include <CppTools/callspec/Output.h>
-#include <CppTools/metaobj/MetaBool.h>
-#include <CppTools/metaobj/MetaInt.h>
-#include <CppTools/metaobj/MetaList.h>
-#include <CppTools/metaobj/MetaString.h>
-#include <CppTools/metaobj/MetaStruct.h>
 
 #include <ostream>
 
@@ -65,70 +61,37 @@ std::string Escape(const std::string& text) {
     return escaped;
 }
 
-/// Writes values. What does not convert becomes a line that says so.
+/// Writes values as JSON.
 class JsonWriter {
   public:
     explicit JsonWriter(std::ostream& out) : out_(out) {}
 
-    void Write(const MetaObject& value, int level) {
-        switch (value.GetType()) {
-        case MetaType::Bool:
-            WriteScalar(dynamic_cast<const MetaObj::MetaBool*>(&value), "Error reading a bool\n");
-            break;
-        case MetaType::Int:
-            WriteScalar(dynamic_cast<const MetaObj::MetaInt*>(&value), "Error reading a int\n");
-            break;
-        case MetaType::String:
-            WriteString(dynamic_cast<const MetaObj::MetaString*>(&value));
-            break;
-        case MetaType::Struct:
-            WriteStruct(dynamic_cast<const MetaStruct*>(&value), level);
-            break;
-        case MetaType::List:
-            WriteList(dynamic_cast<const MetaList*>(&value), level);
-            break;
-        default:
-            out_ << "Unknown data type\n";
-        }
+    void Write(const MetaObject& value, int level) { Dispatch(value, *this, level); }
+
+    void WriteValue(const MetaObj::MetaBool& value, int /*level*/) { out_ << value.ToString(); }
+
+    void WriteValue(const MetaObj::MetaInt& value, int /*level*/) { out_ << value.ToString(); }
+
+    void WriteValue(const MetaObj::MetaString& value, int /*level*/) {
+        out_ << '"' << Escape(value.GetValue()) << '"';
     }
 
-  private:
-    void WriteScalar(const MetaObject* value, const char* failure) {
-        out_ << (value != nullptr ? value->ToString() : failure);
-    }
-
-    void WriteString(const MetaObj::MetaString* value) {
-        if (value == nullptr) {
-            out_ << "Error reading a string\n";
-            return;
-        }
-        out_ << '"' << Escape(value->GetValue()) << '"';
-    }
-
-    void WriteStruct(const MetaStruct* value, int level) {
-        if (value == nullptr) {
-            out_ << "Error reading a struct from output.\n";
-            return;
-        }
+    void WriteValue(const MetaStruct& value, int level) {
         const std::string indent = GetIndent(level);
         out_ << '\n' << indent << "{\n";
-        const auto names = value->GetFieldNames();
+        const auto names = value.GetFieldNames();
         for (const auto& name : names) {
             out_ << indent << "   \"" << name << "\": ";
-            Write(*value->GetField(name), level + 2);
+            Write(*value.GetField(name), level + 2);
             out_ << (&name == &names.back() ? "\n" : ",\n");
         }
         out_ << indent << '}';
     }
 
-    void WriteList(const MetaList* value, int level) {
-        if (value == nullptr) {
-            out_ << "Error reading a List\n";
-            return;
-        }
+    void WriteValue(const MetaList& value, int level) {
         const std::string indent = GetIndent(level);
         out_ << '\n' << indent << "[\n";
-        const auto& elements = value->GetObjects();
+        const auto& elements = value.GetObjects();
         for (const auto& element : elements) {
             out_ << indent;
             Write(*element, level + 3);
@@ -137,6 +100,11 @@ class JsonWriter {
         out_ << indent << ']';
     }
 
+    void WriteFailure(MetaType kind) { out_ << ConversionFailure(kind) << '\n'; }
+
+    void WriteUnknown() { out_ << "Unknown data type\n"; }
+
+  private:
     std::ostream& out_;
 };
 

@@ -1,11 +1,7 @@
 #include <CppTools/autocli/formatters/PythonFormatter.h>
+#include <CppTools/autocli/formatters/ValueDispatch.h>
 #include <CppTools/callspec/Output.h>
 #include <CppTools/metaobj/CppToolException.h>
-#include <CppTools/metaobj/MetaBool.h>
-#include <CppTools/metaobj/MetaInt.h>
-#include <CppTools/metaobj/MetaList.h>
-#include <CppTools/metaobj/MetaString.h>
-#include <CppTools/metaobj/MetaStruct.h>
 
 #include <boost/algorithm/string/replace.hpp>
 
@@ -21,84 +17,50 @@ using MetaObj::MetaType;
 
 namespace {
 
-/// Writes values. What does not convert becomes a line that says so.
+/// Writes values as Python literals; the level makes no difference.
 class PythonWriter {
   public:
     explicit PythonWriter(std::ostream& out) : out_(out) {}
 
-    void Write(const MetaObject& value) {
-        switch (value.GetType()) {
-        case MetaType::Bool:
-            WriteBool(dynamic_cast<const MetaObj::MetaBool*>(&value));
-            break;
-        case MetaType::Int:
-            WriteInt(dynamic_cast<const MetaObj::MetaInt*>(&value));
-            break;
-        case MetaType::String:
-            WriteString(dynamic_cast<const MetaObj::MetaString*>(&value));
-            break;
-        case MetaType::Struct:
-            WriteStruct(dynamic_cast<const MetaStruct*>(&value));
-            break;
-        case MetaType::List:
-            WriteList(dynamic_cast<const MetaList*>(&value));
-            break;
-        default:
-            out_ << "Unknown data type\n";
-        }
+    void Write(const MetaObject& value, int level) { Dispatch(value, *this, level); }
+
+    void WriteValue(const MetaObj::MetaBool& value, int /*level*/) {
+        out_ << (value.GetValue() ? "True" : "False");
     }
 
-  private:
-    void WriteBool(const MetaObj::MetaBool* value) {
-        if (value == nullptr) {
-            out_ << "Error reading a bool\n";
-            return;
-        }
-        out_ << (value->GetValue() ? "True" : "False");
-    }
+    void WriteValue(const MetaObj::MetaInt& value, int /*level*/) { out_ << value.ToString(); }
 
-    void WriteInt(const MetaObj::MetaInt* value) {
-        out_ << (value != nullptr ? value->ToString() : "Error reading a int\n");
-    }
-
-    void WriteString(const MetaObj::MetaString* value) {
-        if (value == nullptr) {
-            out_ << "Error reading a string\n";
-            return;
-        }
-        std::string text = value->GetValue();
+    void WriteValue(const MetaObj::MetaString& value, int /*level*/) {
+        std::string text = value.GetValue();
         boost::algorithm::replace_all(text, "\"", "\\\"");
         boost::algorithm::replace_all(text, "\n", "\\n");
         out_ << R"(""")" << text << R"(""")";
     }
 
-    void WriteStruct(const MetaStruct* value) {
-        if (value == nullptr) {
-            out_ << "Error reading a struct from output.\n";
-            return;
-        }
+    void WriteValue(const MetaStruct& value, int level) {
         out_ << '{';
-        for (const auto& name : value->GetFieldNames()) {
+        for (const auto& name : value.GetFieldNames()) {
             out_ << '"' << name << "\": ";
-            Write(*value->GetField(name));
+            Write(*value.GetField(name), level + 2);
             out_ << ", ";
         }
         out_ << '}';
     }
 
-    void WriteList(const MetaList* value) {
-        if (value == nullptr) {
-            out_ << "Error reading a List\n";
-            return;
-        }
+    void WriteValue(const MetaList& value, int level) {
         out_ << '[';
-        for (const auto& element : value->GetObjects()) {
-            Write(*element);
+        for (const auto& element : value.GetObjects()) {
+            Write(*element, level + 2);
             out_ << ", ";
         }
         out_ << ']';
     }
 
+    void WriteFailure(MetaType kind) { out_ << ConversionFailure(kind) << '\n'; }
+
+    void WriteUnknown() { out_ << "Unknown data type\n"; }
+
+  private:
     std::ostream& out_;
 };
 
@@ -118,11 +80,11 @@ bool PythonFormatter::Format(const std::shared_ptr<CallSpec::Output>& output,
     return true;
 }
 
-void PythonFormatter::Format(std::shared_ptr<MetaObject> value, std::ostream& out, int /*level*/) {
+void PythonFormatter::Format(std::shared_ptr<MetaObject> value, std::ostream& out, int level) {
     if (!value) {
         throw CppToolException("Invalid MetaObject passed to Format in PythonFormatter");
     }
-    PythonWriter(out).Write(*value);
+    PythonWriter(out).Write(*value, level);
 }
 
 bool PythonFormatter::IsAllAscii(const std::string& text) {

@@ -2,12 +2,8 @@
 #include <CppTools/autocli/formatters/FieldText.h>
 #include <CppTools/autocli/formatters/FormatParameters.h>
 #include <CppTools/autocli/formatters/SimpleFormatter.h>
+#include <CppTools/autocli/formatters/ValueDispatch.h>
 #include <CppTools/callspec/Output.h>
-#include <CppTools/metaobj/MetaBool.h>
-#include <CppTools/metaobj/MetaInt.h>
-#include <CppTools/metaobj/MetaList.h>
-#include <CppTools/metaobj/MetaString.h>
-#include <CppTools/metaobj/MetaStruct.h>
 
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/regex.hpp>
@@ -63,9 +59,9 @@ std::string HeaderText(const MetaStruct& st, const FormatParameters& params) {
 }
 
 template <typename Scalar>
-void WriteScalar(const MetaObject& value, const char* failure, std::ostream& out) {
+void WriteScalar(const MetaObject& value, std::ostream& out) {
     const auto* scalar = dynamic_cast<const Scalar*>(&value);
-    out << (scalar != nullptr ? scalar->ToString() : failure) << '\n';
+    out << (scalar != nullptr ? scalar->ToString() : ConversionFailure(value.GetType())) << '\n';
 }
 
 } // namespace
@@ -123,13 +119,13 @@ void SimpleFormatter::Format(std::shared_ptr<MetaObject> value, FormatParameters
     }
     switch (value->GetType()) {
     case MetaType::Bool:
-        WriteScalar<MetaObj::MetaBool>(*value, "Error reading a bool", out);
+        WriteScalar<MetaObj::MetaBool>(*value, out);
         break;
     case MetaType::Int:
-        WriteScalar<MetaObj::MetaInt>(*value, "Error reading a int", out);
+        WriteScalar<MetaObj::MetaInt>(*value, out);
         break;
     case MetaType::String:
-        WriteScalar<MetaObj::MetaString>(*value, "Error reading a string", out);
+        WriteScalar<MetaObj::MetaString>(*value, out);
         break;
     case MetaType::Struct:
         FormatStruct(std::dynamic_pointer_cast<MetaStruct>(value), params, out, level);
@@ -143,7 +139,7 @@ void SimpleFormatter::Format(std::shared_ptr<MetaObject> value, FormatParameters
 void SimpleFormatter::FormatStruct(std::shared_ptr<MetaStruct> st, FormatParameters& params,
                                    std::ostream& out, int level) {
     if (!st) {
-        out << "Error reading a struct from output.\n";
+        out << ConversionFailure(MetaType::Struct) << '\n';
         return;
     }
     const std::string indent = GetIndent(level);
@@ -183,7 +179,7 @@ void SimpleFormatter::FormatField(MetaStruct& st, const std::string& name,
 void SimpleFormatter::FormatList(std::shared_ptr<MetaList> list, FormatParameters& params,
                                  std::ostream& out, int level) {
     if (!list) {
-        out << "Error reading a List\n";
+        out << ConversionFailure(MetaType::List) << '\n';
         return;
     }
     if (list->GetListType() != MetaType::Struct && list->GetListType() != MetaType::List) {

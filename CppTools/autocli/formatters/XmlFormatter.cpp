@@ -1,12 +1,8 @@
 #include <CppTools/autocli/formatters/FieldText.h>
 #include <CppTools/autocli/formatters/FormatParameters.h>
+#include <CppTools/autocli/formatters/ValueDispatch.h>
 #include <CppTools/autocli/formatters/XmlFormatter.h>
 #include <CppTools/callspec/Output.h>
-#include <CppTools/metaobj/MetaBool.h>
-#include <CppTools/metaobj/MetaInt.h>
-#include <CppTools/metaobj/MetaList.h>
-#include <CppTools/metaobj/MetaString.h>
-#include <CppTools/metaobj/MetaStruct.h>
 
 #include <ostream>
 
@@ -57,89 +53,60 @@ const char* ListKind(MetaType type) {
     return "";
 }
 
-/// Writes the lines of values. What does not convert becomes a line of its own instead.
+/// Writes values as lines of elements.
 class XmlWriter {
   public:
     explicit XmlWriter(std::ostream& out) : out_(out) {}
 
-    void Write(const MetaObject& value, int level) {
-        switch (value.GetType()) {
-        case MetaType::Bool:
-            WriteBool(dynamic_cast<const MetaObj::MetaBool*>(&value), level);
-            break;
-        case MetaType::Int:
-            WriteInt(dynamic_cast<const MetaObj::MetaInt*>(&value), level);
-            break;
-        case MetaType::String:
-            WriteString(dynamic_cast<const MetaObj::MetaString*>(&value), level);
-            break;
-        case MetaType::Struct:
-            WriteStruct(dynamic_cast<const MetaStruct*>(&value), level);
-            break;
-        case MetaType::List:
-            WriteList(dynamic_cast<const MetaList*>(&value), level);
-            break;
-        default:
-            out_ << "Error Only simple int, bool, string and struct output supported\n";
-        }
+    void Write(const MetaObject& value, int level) { Dispatch(value, *this, level); }
+
+    void WriteValue(const MetaObj::MetaBool& value, int level) {
+        out_ << GetIndent(level) << "<boolean>" << value.ToString() << "</boolean>\n";
     }
 
-  private:
-    void WriteBool(const MetaObj::MetaBool* value, int level) {
-        if (value == nullptr) {
-            out_ << "<!-- Error reading a bool -->\n";
-            return;
-        }
-        out_ << GetIndent(level) << "<boolean>" << (value->GetValue() ? "true" : "false")
-             << "</boolean>\n";
+    void WriteValue(const MetaObj::MetaInt& value, int level) {
+        out_ << GetIndent(level) << "<integer>" << value.ToString() << "</integer>\n";
     }
 
-    void WriteInt(const MetaObj::MetaInt* value, int level) {
-        if (value == nullptr) {
-            out_ << "Error reading a int\n";
-            return;
-        }
-        out_ << GetIndent(level) << "<integer>" << value->ToString() << "</integer>\n";
+    void WriteValue(const MetaObj::MetaString& value, int level) {
+        out_ << GetIndent(level) << "<string>" << SantizeString(value.GetValue()) << "</string>\n";
     }
 
-    void WriteString(const MetaObj::MetaString* value, int level) {
-        if (value == nullptr) {
-            out_ << "Error reading a string\n";
-            return;
-        }
-        out_ << GetIndent(level) << "<string>" << SantizeString(value->GetValue()) << "</string>\n";
-    }
-
-    void WriteStruct(const MetaStruct* value, int level) {
-        if (value == nullptr) {
-            out_ << "Error reading a struct from output.\n";
-            return;
-        }
+    void WriteValue(const MetaStruct& value, int level) {
         const std::string indent = GetIndent(level);
         const std::string fieldIndent = GetIndent(level + 1);
-        out_ << indent << "<structure typeName=\"" << SantizeString(value->GetTypeName())
-             << "\">\n";
-        for (const auto& name : value->GetFieldNames()) {
+        out_ << indent << "<structure typeName=\"" << SantizeString(value.GetTypeName()) << "\">\n";
+        for (const auto& name : value.GetFieldNames()) {
             out_ << fieldIndent << "<field name=\"" << SantizeString(name) << "\">\n";
-            Write(*value->GetField(name), level + 2);
+            Write(*value.GetField(name), level + 2);
             out_ << fieldIndent << "</field>\n";
         }
         out_ << indent << "</structure>\n";
     }
 
-    void WriteList(const MetaList* value, int level) {
-        if (value == nullptr) {
-            out_ << "Error reading a List\n";
-            return;
-        }
+    void WriteValue(const MetaList& value, int level) {
         const std::string indent = GetIndent(level);
-        out_ << indent << "<list type=\"" << ListKind(value->GetListType()) << "\">\n";
-        for (const auto& element : value->GetObjects()) {
+        out_ << indent << "<list type=\"" << ListKind(value.GetListType()) << "\">\n";
+        for (const auto& element : value.GetObjects()) {
             Write(*element, level + 2);
         }
         out_ << indent << "</list>\n";
     }
 
+    /// Only the one for booleans is a comment; the others make the document ill-formed.
+    void WriteFailure(MetaType kind) {
+        if (kind == MetaType::Bool) {
+            out_ << "<!-- " << ConversionFailure(kind) << " -->\n";
+        } else {
+            out_ << ConversionFailure(kind) << '\n';
+        }
+    }
+
+    void WriteUnknown() {
+        out_ << "Error Only simple int, bool, string and struct output supported\n";
+    }
+
+  private:
     std::ostream& out_;
 };
 
