@@ -262,7 +262,18 @@ INSTANTIATE_TEST_SUITE_P(
                    "Invalid structure detected by MetaList::Add.  Type Errors were: (3) : Mismatch "
                    "on number of fields set in struct. Expected 2 found 1, Missing field in input: "
                    "b, There was an error adding an item to this list.  The item being added did "
-                   "not match the declared structure of this list, so it was not added., "}),
+                   "not match the declared structure of this list, so it was not added., "},
+        RefusalRow{
+            {"SecondStructureHoldsAListOfAnotherShape"},
+            "<list type=\"structure\"><structure typeName=\"A\"><field name=\"a\"><list "
+            "type=\"structure\"><structure typeName=\"B\"><field name=\"x\"><int/></field>"
+            "</structure></list></field></structure><structure typeName=\"A\"><field "
+            "name=\"a\"><list type=\"structure\"><structure typeName=\"B\"><field name=\"y\">"
+            "<int/></field></structure></list></field></structure></list>",
+            "Invalid structure detected by MetaList::Add.  Type Errors were: (4) : Missing "
+            "field in input: x, List type mismatch list and input, Type mismatch on field: "
+            "a, There was an error adding an item to this list.  The item being added did "
+            "not match the declared structure of this list, so it was not added., "}),
     kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
@@ -326,6 +337,17 @@ TEST(XmlValueTest, BuildMetaList_StructuresTakeTheFirstItemAsTemplateAndContainI
     EXPECT_EQ(list->GetListStructure()->GetTypeName(), "Disk");
     EXPECT_EQ(list->GetListStructure()->GetFieldNames(), std::vector<std::string>{"size"});
     EXPECT_EQ(list->GetItem(0)->ToString(), "{'size' => '5', }");
+}
+
+TEST(XmlValueTest, BuildMetaList_TheTemplateIsLockedAndTheFirstItemIsNot) {
+    const auto list = BuildMetaList(
+        XmlText("<list type=\"structure\"><structure typeName=\"Disk\"><field name=\"size\">"
+                "<int>5</int></field></structure></list>")
+            .Root());
+    const auto item = std::dynamic_pointer_cast<MetaStruct>(list->GetItem(0));
+    EXPECT_NO_THROW(item->SetField("more", 1));
+    EXPECT_EQ(ThrownBy([&] { list->GetListStructure()->SetField("more", 1); }),
+              "Unable to set new field more on structure. Structure has been locked");
 }
 
 TEST(XmlValueTest, BuildMetaList_StructuresWithoutItemHaveNoTemplate) {
