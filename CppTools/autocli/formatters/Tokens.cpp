@@ -1,6 +1,5 @@
 #include <CppTools/autocli/formatters/Tokens.h>
 
-#include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/split.hpp>
 
 namespace CppTools::AutoCli {
