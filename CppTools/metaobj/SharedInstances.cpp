@@ -47,8 +47,8 @@ const std::shared_ptr<MetaBool>& MetaBool::New(bool value) {
 
 bool MetaBool::Init() {
     if (!sharedBools.no) {
-        sharedBools = {std::make_shared<MetaBool>(false, FactoryFlag{}),
-                       std::make_shared<MetaBool>(true, FactoryFlag{})};
+        sharedBools.no = std::make_shared<MetaBool>(false, FactoryFlag{});
+        sharedBools.yes = std::make_shared<MetaBool>(true, FactoryFlag{});
     }
     return true;
 }

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "tests/support/VirtualSlot.h"
+#include "tests/support/VirtualTableSize.h"
 
 namespace {
 
@@ -26,6 +27,7 @@ using CppTools::CallSpec::ParameterSpec;
 using CppTools::CallSpec::ParameterType;
 using CppTools::MetaObj::MetaInt;
 using TestSupport::VirtualSlotOf;
+using TestSupport::VirtualTableSizeOf;
 
 /// Doubles a number: both sides of a call, as a command has them.
 class Doubling final : public CallTargetSpec, public CallTarget {
@@ -124,6 +126,8 @@ TEST(CallTargetTest, VirtualOperations_FollowTheDestructorInTheirOrder) {
     EXPECT_EQ(VirtualSlotOf(&CallTargetSpec::GetInputSpec), 2);
     EXPECT_EQ(VirtualSlotOf(&CallTargetSpec::GetOutputSpec), 3);
     EXPECT_EQ(VirtualSlotOf(&CallTarget::Execute), 2);
+    EXPECT_EQ(VirtualTableSizeOf<CallTargetSpec>(), 4);
+    EXPECT_EQ(VirtualTableSizeOf<CallTarget>(), 3);
 }
 
 } // namespace

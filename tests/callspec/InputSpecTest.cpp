@@ -1,12 +1,14 @@
 #include <CppTools/callspec/Input.h>
 #include <CppTools/callspec/InputSpec.h>
 #include <CppTools/callspec/Output.h>
+#include <CppTools/metaobj/MetaInt.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -64,6 +66,10 @@ TEST(InputSpecTest, New_IsEmpty) {
     EXPECT_TRUE(InputSpec::New()->GetParameters().empty());
     EXPECT_FALSE(InputSpec::New()->IsContextSupported("user"));
     EXPECT_NE(InputSpec::New(), InputSpec::New());
+}
+
+TEST(InputSpecTest, VirtualOperations_ThereAreNone) {
+    EXPECT_FALSE(std::is_polymorphic_v<InputSpec>);
 }
 
 TEST(InputSpecTest, AddParameter_AnyOrder_IsListedInNameOrder) {
@@ -215,6 +221,20 @@ TEST(InputSpecTest, Validate_RequiredGivenAndOptionalLeftOut_IsAccepted) {
 TEST(InputSpecTest, Validate_UnknownParameter_IsRefused) {
     EXPECT_EQ(Validate(InputSpec::New(), {{"bogus", "1"}}),
               Verdict(false, {"Unknown parameter : bogus"}));
+}
+
+TEST(InputSpecTest, Validate_SeveralUnknownParameters_ComeInByteOrder) {
+    EXPECT_EQ(Validate(InputSpec::New(), {{"\xC3\xA9", ""}, {"b", ""}, {"_", ""}, {"Z", ""}}),
+              Verdict(false, {"Unknown parameter : Z", "Unknown parameter : _",
+                              "Unknown parameter : b", "Unknown parameter : \xC3\xA9"}));
+}
+
+TEST(InputSpecTest, Validate_OutputWithAResult_KeepsIt) {
+    const auto output = Output::New();
+    output->SetRootObject(CppTools::MetaObj::MetaInt::New(7));
+    EXPECT_FALSE(SpecOf({Parameter("name")})->Validate(Input::New(), output));
+    EXPECT_EQ(output->GetRootObject(), CppTools::MetaObj::MetaInt::New(7));
+    EXPECT_EQ(output->GetOutputType(), Output::OutputType::Result);
 }
 
 TEST(InputSpecTest, Validate_MissingRequiredParameter_IsRefused) {

@@ -14,6 +14,7 @@
 
 #include "tests/support/NamedRow.h"
 #include "tests/support/Thrown.h"
+#include "tests/support/VirtualTableSize.h"
 
 namespace {
 
@@ -51,20 +52,14 @@ std::shared_ptr<Input> InputWith(const std::string& name, const Strings& values)
     return input;
 }
 
-std::shared_ptr<ParameterSpec> WithShortName(const std::string& name,
-                                             const std::string& shortName) {
-    auto parameter = ParameterSpec::New(name, ParameterType::String);
-    parameter->SetShortName(shortName);
-    return parameter;
-}
-
 TEST(InputTest, New_IsEmpty) {
     EXPECT_TRUE(Input::New()->GetParameters().empty());
     EXPECT_NE(Input::New(), Input::New());
 }
 
-TEST(InputTest, Destructor_IsVirtual) {
+TEST(InputTest, Destructor_IsTheOnlyVirtualOperation) {
     EXPECT_TRUE(std::has_virtual_destructor_v<Input>);
+    EXPECT_EQ(TestSupport::VirtualTableSizeOf<Input>(), 2);
 }
 
 TEST(InputTest, AddParameter_Values_KeepTheirOrderUnderTheirNames) {
@@ -373,68 +368,6 @@ TEST(InputTest, Context_AndParametersOfOneName_AreKeptApart) {
     EXPECT_FALSE(input->HasParameter("user"));
     input->AddParameter("host", "one");
     EXPECT_EQ(input->GetContext("host"), "");
-}
-
-TEST(InputTest, SetInputSpec_ShortName_MovesItsValuesToTheLongName) {
-    const auto spec = InputSpec::New();
-    spec->AddParameter(WithShortName("verbose", "v"));
-    const auto input = Input::New();
-    input->AddParameter("v", "1");
-    input->AddParameter("v", "2");
-    input->SetInputSpec(spec);
-    EXPECT_EQ(input->GetParameters(), (Parameters{{"verbose", {"1", "2"}}}));
-    EXPECT_FALSE(input->HasParameter("v"));
-}
-
-TEST(InputTest, SetInputSpec_ShortAndLongName_AppendsBehindTheLongOnesValues) {
-    const auto spec = InputSpec::New();
-    spec->AddParameter(WithShortName("verbose", "v"));
-    const auto input = Input::New();
-    input->AddParameter("v", "short");
-    input->AddParameter("verbose", "long");
-    input->SetInputSpec(spec);
-    EXPECT_EQ(input->GetParameters(), (Parameters{{"verbose", {"long", "short"}}}));
-}
-
-TEST(InputTest, SetInputSpec_SeveralShortNames_AreFoldedEachIntoItsOwn) {
-    const auto spec = InputSpec::New();
-    spec->AddParameter(WithShortName("verbose", "v"));
-    spec->AddParameter(WithShortName("version", "V"));
-    spec->AddParameter(WithShortName("unused", "u"));
-    const auto input = Input::New();
-    input->AddParameter("V", "2");
-    input->AddParameter("v", "1");
-    input->SetInputSpec(spec);
-    EXPECT_EQ(input->GetParameters(), (Parameters{{"verbose", {"1"}}, {"version", {"2"}}}));
-}
-
-TEST(InputTest, SetInputSpec_NamesItDoesNotKnow_StayAsTheyAre) {
-    const auto input = InputWith("x", {"1"});
-    EXPECT_EQ(input->GetParameters(), (Parameters{{"x", {"1"}}}));
-}
-
-TEST(InputTest, SetInputSpec_ParametersWithoutShortName_TakeNoPartInFolding) {
-    const auto input = InputWith("", {"1"});
-    EXPECT_EQ(input->GetParameters(), (Parameters{{"", {"1"}}}));
-}
-
-TEST(InputTest, SetInputSpec_Again_ReplacesTheSpecification) {
-    const auto input = InputWith("string", {"a"});
-    const auto spec = InputSpec::New();
-    spec->AddParameter(ParameterSpec::New("string", ParameterType::Flag));
-    input->SetInputSpec(spec);
-    EXPECT_EQ(input->GetParameterType("string"), ParameterType::Flag);
-    EXPECT_EQ(ThrownBy([&] { input->GetParameterType("int"); }),
-              "Request for unknown parameter: int");
-}
-
-TEST(InputTest, AddParameter_AfterSetInputSpec_IsNotFolded) {
-    const auto spec = InputSpec::New();
-    spec->AddParameter(WithShortName("verbose", "v"));
-    const auto input = Input::New();
-    input->SetInputSpec(spec);
-    input->AddParameter("v", "1");
-    EXPECT_EQ(input->GetParameters(), (Parameters{{"v", {"1"}}}));
 }
 
 } // namespace

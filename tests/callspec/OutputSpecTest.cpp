@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -42,6 +43,10 @@ TEST(OutputSpecTest, New_HasNoPrototypeAndNoDescription) {
     EXPECT_EQ(spec->GetRootObject(), nullptr);
     EXPECT_EQ(spec->GetDescription(), "Documentation missing");
     EXPECT_NE(spec, OutputSpec::New());
+}
+
+TEST(OutputSpecTest, VirtualOperations_ThereAreNone) {
+    EXPECT_FALSE(std::is_polymorphic_v<OutputSpec>);
 }
 
 TEST(OutputSpecTest, SetDescription_StoresTheTextItself) {

@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/VirtualTableSize.h"
+
 namespace {
 
 using CppTools::CallSpec::Output;
@@ -35,8 +37,9 @@ TEST(OutputTest, New_HasNoErrorsNoRootAndTheOrdinaryType) {
     EXPECT_NE(output, Output::New());
 }
 
-TEST(OutputTest, Destructor_IsVirtual) {
+TEST(OutputTest, Destructor_IsTheOnlyVirtualOperation) {
     EXPECT_TRUE(std::has_virtual_destructor_v<Output>);
+    EXPECT_EQ(TestSupport::VirtualTableSizeOf<Output>(), 2);
 }
 
 TEST(OutputTest, AddErrorMessage_EveryForm_AppendsInOrder) {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -82,6 +83,10 @@ TEST(ParameterConstraintTest, Types_HaveTheirNumbers) {
     EXPECT_EQ(static_cast<int>(ParameterConstraintType::IntEnum), 2);
     EXPECT_EQ(static_cast<int>(ParameterConstraintType::StringEnum), 3);
     EXPECT_EQ(static_cast<int>(ParameterConstraintType::StringRegex), 4);
+}
+
+TEST(ParameterConstraintTest, VirtualOperations_ThereAreNone) {
+    EXPECT_FALSE(std::is_polymorphic_v<ParameterConstraint>);
 }
 
 class ParameterConstraintTypeTest : public testing::TestWithParam<int> {};
@@ -361,7 +366,10 @@ TEST(ParameterConstraintTest, Validate_InvalidExpression_ThrowsTheLibrarysOwnExc
     for (const std::string expression : {"[0-9", "(", "*a", "a{2,1}"}) {
         SCOPED_TRACE(expression);
         const auto constraint = Regex(expression);
-        EXPECT_THROW(constraint->Validate("1", "size", Output::New()), std::runtime_error);
+        const auto output = Output::New();
+        EXPECT_THROW(constraint->Validate("1", "size", output), std::runtime_error);
+        EXPECT_THROW(constraint->Validate("1", "size", output), std::runtime_error);
+        EXPECT_FALSE(output->HasError());
     }
 }
 
@@ -380,6 +388,14 @@ TEST(ParameterConstraintTest, SetStringRegex_AfterAValidation_TheNewExpressionCo
     EXPECT_EQ(Validate(constraint, "12"),
               Verdict(false, {"Invalid data constraint for parameter 'size'. Value does not match "
                               "the expected regular expression ([a-z]+)"}));
+}
+
+TEST(ParameterConstraintTest, Validate_ValueOfAMillionCharacters_IsJudgedLikeAnyOther) {
+    const std::string digits(1000000, '7');
+    EXPECT_EQ(Validate(Regex("[0-9]+"), digits), kAccepted);
+    EXPECT_EQ(Validate(Regex("[0-9]+"), digits + "a"),
+              Verdict(false, {"Invalid data constraint for parameter 'size'. Value does not match "
+                              "the expected regular expression ([0-9]+)"}));
 }
 
 TEST(ParameterConstraintTest, Validate_ExpressionThatRunsAway_RefusesTheValue) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -93,6 +94,17 @@ TEST(ParameterSpecTest, New_NameWithNul_Throws) {
     const std::string name = "vm\0name"s;
     EXPECT_EQ(ThrownBy([&] { ParameterSpec::New(name, ParameterType::String); }),
               std::string(BadName(name).c_str()));
+}
+
+TEST(ParameterSpecTest, New_NameOfAMillionCharacters_IsJudgedLikeAnyOther) {
+    const std::string name(1000000, 'a');
+    EXPECT_EQ(ParameterSpec::New(name, ParameterType::String)->GetName(), name);
+    EXPECT_EQ(ThrownBy([&] { ParameterSpec::New(name + "A", ParameterType::String); }),
+              BadName(name + "A"));
+}
+
+TEST(ParameterSpecTest, VirtualOperations_ThereAreNone) {
+    EXPECT_FALSE(std::is_polymorphic_v<ParameterSpec>);
 }
 
 TEST(ParameterSpecTest, New_StartsRequiredOpenAndWithoutExtras) {
@@ -341,6 +353,9 @@ TEST(ParameterSpecTest, GetDescription_TextInsertedEarlier_IsSeenByTheLaterPlace
     constraint->AddStringEnum("%ENUM%");
     EXPECT_EQ(Expanded("%REGEX%", ParameterType::String, constraint), "[[%ENUM%]]");
     EXPECT_EQ(Expanded("%ENUM%", ParameterType::String, constraint), "[%ENUM%]");
+    constraint->AddStringEnum("%FULLENUM%", "of %REGEX%");
+    EXPECT_EQ(Expanded("%ENUM%", ParameterType::String, constraint),
+              "[%ENUM%, \n    %FULLENUM%: of %REGEX%\n]");
 }
 
 } // namespace

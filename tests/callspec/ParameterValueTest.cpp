@@ -5,6 +5,7 @@
 
 #include <limits>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -252,6 +253,51 @@ TEST(ParameterValueTest, Validate_RefusedValueBeforeAnAcceptedOne_StaysRefused) 
     EXPECT_EQ(Validate(parameter, {"a", "1"}), Verdict(false, {message}));
     EXPECT_EQ(Validate(parameter, {"1", "a"}), Verdict(false, {message}));
     EXPECT_EQ(Validate(parameter, {"a", "b"}), Verdict(false, {message, message}));
+}
+
+TEST(ParameterValueTest, Validate_TooManyConstrainedValues_ReportsTheNumberThenEachValue) {
+    const auto constraint = ParameterConstraint::New(ParameterConstraintType::IntRange);
+    constraint->SetIntRange(1, 5);
+    const auto parameter = Parameter(ParameterType::Int);
+    parameter->SetConstraint(constraint);
+    const std::string message =
+        "Invalid data constraint for parameter 'size'. Expected integer in the range 1-5";
+    EXPECT_EQ(Validate(parameter, {"6", "x", "3"}),
+              Verdict(false, {kMultiple, message, NoInteger("x")}));
+}
+
+TEST(ParameterValueTest, Validate_ReplacedConstraint_IsNoLongerConsulted) {
+    const auto first = ParameterConstraint::New(ParameterConstraintType::StringEnum);
+    first->AddStringEnum("on");
+    const auto second = ParameterConstraint::New(ParameterConstraintType::StringRegex);
+    second->SetStringRegex("[0-9]+");
+    const auto parameter = Parameter(ParameterType::String);
+    parameter->SetConstraint(first);
+    parameter->SetConstraint(second);
+    EXPECT_EQ(Validate(parameter, {"7"}), kAccepted);
+    EXPECT_EQ(Validate(parameter, {"on"}),
+              Verdict(false, {"Invalid data constraint for parameter 'size'. Value does not match "
+                              "the expected regular expression ([0-9]+)"}));
+}
+
+TEST(ParameterValueTest, Validate_ConstraintOfTwoParameters_NamesTheOneThatIsChecked) {
+    const auto constraint = ParameterConstraint::New(ParameterConstraintType::IntEnum);
+    constraint->AddIntEnum(1);
+    for (const std::string name : {"first", "second"}) {
+        const auto parameter = ParameterSpec::New(name, ParameterType::Int);
+        parameter->SetConstraint(constraint);
+        EXPECT_EQ(Validate(parameter, {"2"}),
+                  Verdict(false, {"Invalid data constraint for parameter '" + name +
+                                  "'. Expected a single value from the set [1]"}));
+    }
+}
+
+TEST(ParameterValueTest, Validate_InvalidExpression_LetsTheLibrarysExceptionPass) {
+    const auto constraint = ParameterConstraint::New(ParameterConstraintType::StringRegex);
+    constraint->SetStringRegex("[0-9");
+    const auto parameter = Parameter(ParameterType::String);
+    parameter->SetConstraint(constraint);
+    EXPECT_THROW(parameter->Validate({"1"}, Output::New()), std::runtime_error);
 }
 
 TEST(ParameterValueTest, Validate_NoValuesWithConstraint_ConsultsNothing) {

@@ -153,6 +153,17 @@ TEST(MetaListAccessTest, EnsureCapacity_EnoughRoom_DoesNotReallocate) {
     EXPECT_GE(list->GetObjects().capacity(), 3 + spare + 1);
 }
 
+TEST(MetaListAccessTest, EnsureCapacity_ManySmallSteps_MovesTheElementsSeldom) {
+    const auto list = MetaList::New(MetaType::Int);
+    int moves = 0;
+    for (int step = 0; step < 1000; ++step) {
+        const auto* const before = list->GetObjects().data();
+        list->AddAll(std::vector<long>{1});
+        moves += list->GetObjects().data() == before ? 0 : 1;
+    }
+    EXPECT_LT(moves, 30);
+}
+
 template <typename Values>
 void AddAllThrough(MetaList& list, Values values) {
     const auto overload = static_cast<void (MetaList::*)(Values)>(&MetaList::AddAll);

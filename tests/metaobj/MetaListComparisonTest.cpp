@@ -136,6 +136,33 @@ TEST(MetaListComparisonTest, Validate_ForeignClassOfKindStruct_IsRefused) {
               Verdict(false, {"Unable to cast to MetaStruct, runtime error?", kNotTheStructure}));
 }
 
+TEST(MetaListComparisonTest, Validate_RowsWithinAStructure_RecordEveryLevelInnermostFirst) {
+    const auto rowWith = [](const std::shared_ptr<MetaList>& cells) {
+        const auto row = MetaStruct::New("Row");
+        row->SetField("cells", cells);
+        return row;
+    };
+    const auto list = Rows(rowWith(Rows(Row("Cell", {"a", "b"}))));
+    EXPECT_EQ(Validate(*list, rowWith(Rows(Row("Cell", {"a", "b"})))), kFits);
+    EXPECT_EQ(Validate(*list, rowWith(RowsWithoutTemplate())), kFits);
+    EXPECT_EQ(Validate(*list, rowWith(Rows(Row("Other", {"a"})))),
+              Verdict(false, {"Type names do not match.",
+                              "Mismatch on number of fields set in struct. Expected 2 found 1",
+                              "Missing field in input: b", "List type mismatch list and input",
+                              "Type mismatch on field: cells", kNotTheStructure}));
+    EXPECT_EQ(Validate(*list, rowWith(MetaList::New(MetaType::Int))),
+              Verdict(false, {"Mismatch on list type", "Type mismatch on field: cells",
+                              kNotTheStructure}));
+}
+
+TEST(MetaListComparisonTest, Validate_TemplateWithoutFields_TakesEmptyStructuresAlone) {
+    const auto list = Rows(Row("Row", {}));
+    EXPECT_EQ(Validate(*list, Row("Row", {})), kFits);
+    EXPECT_EQ(Validate(*list, Row("Row", {"a"})),
+              Verdict(false, {"Mismatch on number of fields set in struct. Expected 0 found 1",
+                              kNotTheStructure}));
+}
+
 TEST(MetaListComparisonTest, IsSameStructure_Null_IsRefused) {
     const Verdict refused = {false, {"Mismatch on structure, NULL comparison"}};
     EXPECT_EQ(Compare(*MetaList::New(MetaType::Int), nullptr), refused);

@@ -18,6 +18,7 @@
 
 #include "tests/support/ImpostorValue.h"
 #include "tests/support/VirtualSlot.h"
+#include "tests/support/VirtualTableSize.h"
 
 namespace {
 
@@ -55,7 +56,8 @@ TEST_P(MetaTypeStringTest, Number_HasItsPrintedName) {
 INSTANTIATE_TEST_SUITE_P(Kinds, MetaTypeStringTest,
                          testing::Values(Kind{0, "Int"}, Kind{1, "Bool"}, Kind{2, "String"},
                                          Kind{3, "Struct"}, Kind{4, "List"}, Kind{5, ""},
-                                         Kind{7, ""}, Kind{-1, ""}, Kind{1000000, ""}));
+                                         Kind{6, ""}, Kind{7, ""}, Kind{-1, ""},
+                                         Kind{1000000, ""}));
 
 TEST(MetaTypeTest, Names_HaveTheirNumbers) {
     EXPECT_EQ(static_cast<int>(MetaType::Int), 0);
@@ -161,11 +163,45 @@ TEST(MetaObjectTest, IsSameStructure_UnknownKind_FitsNothing) {
                                 "Type mismatch in structure.  Expecting Int got "}));
 }
 
-TEST(MetaObjectTest, VirtualOperations_ComparisonComesBeforePlainText) {
+template <typename Class>
+class MetaObjectSlotTest : public testing::Test {};
+
+using Classes = testing::Types<MetaObject, MetaBool, MetaInt, MetaString, MetaList, MetaStruct>;
+TYPED_TEST_SUITE(MetaObjectSlotTest, Classes);
+
+TYPED_TEST(MetaObjectSlotTest, VirtualOperations_AreComparisonThenPlainText) {
+    EXPECT_EQ(TestSupport::VirtualSlotOf(&TypeParam::IsSameStructure), 0);
+    EXPECT_EQ(TestSupport::VirtualSlotOf(&TypeParam::ToString), 1);
+}
+
+TEST(MetaObjectTest, VirtualOperations_AreNoMoreThanTwo) {
     EXPECT_TRUE(std::is_abstract_v<MetaObject>);
-    EXPECT_EQ(TestSupport::VirtualSlotOf(&MetaObject::ToString) -
-                  TestSupport::VirtualSlotOf(&MetaObject::IsSameStructure),
-              1);
+    EXPECT_EQ(TestSupport::VirtualTableSizeOf<MetaObject>(), 2);
+}
+
+template <typename Class>
+constexpr bool kComparesAsItsBase =
+    std::is_same_v<decltype(&Class::IsSameStructure), decltype(&MetaObject::IsSameStructure)>;
+
+TEST(MetaObjectTest, IsSameStructure_IsTheBasesForScalarsAndTheirOwnForCompounds) {
+    EXPECT_TRUE(kComparesAsItsBase<MetaBool>);
+    EXPECT_TRUE(kComparesAsItsBase<MetaInt>);
+    EXPECT_TRUE(kComparesAsItsBase<MetaString>);
+    EXPECT_FALSE(kComparesAsItsBase<MetaList>);
+    EXPECT_FALSE(kComparesAsItsBase<MetaStruct>);
+}
+
+template <typename Class, typename... Arguments>
+constexpr bool kIsBuiltWithBraces = requires(Arguments... arguments) {
+    Class(arguments..., {});
+};
+
+TEST(MetaObjectTest, Construction_WithBracesForTheFlag_IsImpossible) {
+    EXPECT_FALSE((kIsBuiltWithBraces<MetaBool, bool>));
+    EXPECT_FALSE((kIsBuiltWithBraces<MetaInt, long>));
+    EXPECT_FALSE((kIsBuiltWithBraces<MetaString, std::string>));
+    EXPECT_FALSE((kIsBuiltWithBraces<MetaList, MetaType>));
+    EXPECT_FALSE((kIsBuiltWithBraces<MetaStruct, std::string>));
 }
 
 } // namespace

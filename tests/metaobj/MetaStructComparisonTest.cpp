@@ -194,6 +194,13 @@ TEST(MetaStructComparisonTest, IsSameStructure_NestedRowsOfOtherShape_RecordEver
                               "Type mismatch on field: rows"}));
 }
 
+TEST(MetaStructComparisonTest, IsSameStructure_NestedRowsWithoutTemplate_FitAnyRows) {
+    const auto without = Row({{"rows", RowsOf(nullptr)}});
+    const auto with = Row({{"rows", RowsOf(Row({{"a", Int()}}))}});
+    EXPECT_EQ(Compare(without, with), kFits);
+    EXPECT_EQ(Compare(with, without), kFits);
+}
+
 TEST(MetaStructComparisonTest, IsSameStructure_NestedStructureOfOtherShape_RecordsEveryLevel) {
     const auto nest = [](const Structure& innermost) {
         return Row({{"outer", Row({{"inner", innermost}}, "Middle")}}, "Outer");
@@ -242,6 +249,44 @@ TEST(MetaStructComparisonTest, MatchesStructureDefinition_TellsWhetherAllFieldsA
     EXPECT_TRUE(structure->MatchesStructureDefinition());
     structure->SetField("b", 5);
     EXPECT_FALSE(structure->MatchesStructureDefinition());
+}
+
+/// Claims to be a structure, fits everything and knows whether messages were wanted.
+class AcceptingValue final : public MetaObject {
+  public:
+    explicit AcceptingValue(bool& messagesWanted)
+        : MetaObject(MetaType::Struct, FactoryFlag{}), messagesWanted_(messagesWanted) {}
+
+    bool IsSameStructure(const Object& /*other*/, Messages* errors) const override {
+        messagesWanted_ = errors != nullptr;
+        return true;
+    }
+
+    std::string ToString() const override { return "accepting"; }
+
+  private:
+    bool& messagesWanted_;
+};
+
+TEST(MetaStructComparisonTest, MatchesStructureDefinition_TheStructureIsThePattern) {
+    bool messagesWanted = true;
+    const auto accepting = std::make_shared<AcceptingValue>(messagesWanted);
+    const auto structure = MetaStruct::New(Row({{"a", Row({})}}));
+    structure->SetField("a", Object(accepting));
+    EXPECT_TRUE(structure->MatchesStructureDefinition());
+    EXPECT_FALSE(messagesWanted);
+    const auto reversed = MetaStruct::New(Row({{"a", accepting}}));
+    reversed->SetField("a", Row({}));
+    EXPECT_FALSE(reversed->MatchesStructureDefinition());
+}
+
+TEST(MetaStructComparisonTest, MatchesStructureDefinition_DefinitionOfTheDefinition_DoesNotCount) {
+    const auto middle = MetaStruct::New(Row({{"a", Int()}, {"b", Int()}}));
+    middle->SetField("a", 1);
+    const auto structure = MetaStruct::New(middle);
+    structure->SetField("a", 2);
+    EXPECT_TRUE(structure->MatchesStructureDefinition());
+    EXPECT_FALSE(middle->MatchesStructureDefinition());
 }
 
 TEST(MetaStructComparisonTest, MatchesStructureDefinition_EmptyDefinition_FitsTheEmptyStructure) {

@@ -93,6 +93,13 @@ TEST(MetaStructTest, IsValidStructName_EmbeddedNul_IsRefused) {
     EXPECT_FALSE(IsValidStructName("Disk\0"s));
 }
 
+TEST(MetaStructTest, New_NameOfAMillionCharacters_IsJudgedLikeAnyOther) {
+    const std::string name(1000000, 'a');
+    EXPECT_EQ(MetaStruct::New(name)->GetTypeName(), name);
+    EXPECT_EQ(ThrownBy([&] { MetaStruct::New(name + "_"); }),
+              "Invalid name specified for MetaStruct: " + name + "_");
+}
+
 class MetaStructFieldNameTest : public testing::TestWithParam<Name> {};
 
 TEST_P(MetaStructFieldNameTest, SetField_AnyName_IsAccepted) {
@@ -345,6 +352,11 @@ TEST(MetaStructTest, GetFieldNames_AreInAscendingByteOrder) {
     }
     EXPECT_EQ(structure->GetFieldNames(),
               (std::vector<std::string>{"", "10", "2", "B", "_", "a", "aa", "b", "\xC3\xA9"}));
+}
+
+TEST(MetaStructTest, GetStructureDefinition_ReturnsTheStoredPointerItself) {
+    const auto structure = MetaStruct::New(Pair());
+    EXPECT_EQ(&structure->GetStructureDefinition(), &structure->GetStructureDefinition());
 }
 
 TEST(MetaStructTest, Field_CopiedAndAssigned_KeepsValueAndDocumentation) {
