@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -40,9 +42,23 @@ class DescriptorPropertyTest : public TestSupport::SeededTest {
         if (Random().Chance(50)) {
             Random().Shuffle(namespaces_);
         }
-        ExpectRefusedWithoutTrace(
-            TestSupport::Descriptor(TestSupport::NamespacesElement(Joined(namespaces_)) +
-                                    TestSupport::CommandsElement(Joined(commands_))));
+        ExpectRefusedWithoutTrace(Text());
+    }
+
+    /// The descriptor of all entries.
+    std::string Text() const {
+        return TestSupport::Descriptor(TestSupport::NamespacesElement(Joined(namespaces_)) +
+                                       TestSupport::CommandsElement(Joined(commands_)));
+    }
+
+    /// Loads the entries, and expects them to add these lines to the text of the tree and to
+    /// leave all others.
+    void ExpectAdded(std::vector<std::string> lines) {
+        const auto before = SortedLines();
+        tree_.Dispatcher().AddPlugin(directory_.Write("plugin.xml", Text()));
+        lines.insert(lines.end(), before.begin(), before.end());
+        std::ranges::sort(lines);
+        ASSERT_EQ(SortedLines(), lines);
     }
 
     void ExpectRefusedWithoutTrace(const std::string& descriptor) {
@@ -62,6 +78,16 @@ class DescriptorPropertyTest : public TestSupport::SeededTest {
         return text;
     }
 
+    std::vector<std::string> SortedLines() const {
+        std::istringstream text(tree_.Text());
+        std::vector<std::string> lines;
+        for (std::string line; std::getline(text, line);) {
+            lines.push_back(line);
+        }
+        std::ranges::sort(lines);
+        return lines;
+    }
+
     RandomTree tree_{Random()};
     std::vector<std::string> namespaces_;
     std::vector<std::string> commands_;
@@ -69,6 +95,29 @@ class DescriptorPropertyTest : public TestSupport::SeededTest {
   private:
     TestSupport::TempDirectory directory_;
 };
+
+TEST_P(DescriptorPropertyTest, NothingWrong_AddsWhatIsDeclaredAndNothingElse) {
+    AddInnocentEntries();
+    Random().Shuffle(commands_);
+    ExpectAdded({"fresh | 1 | New.", "fresh run | 2 | Runs.", "fresh sub | 1 | New.",
+                 "fresh sub run | 2 | Runs.", "space unheard0f | 2 | Runs."});
+}
+
+TEST_P(DescriptorPropertyTest, TopNamespaceOfTheSameDescription_IsShared) {
+    for (const Node& node : tree_.Nodes()) {
+        const bool isTop = node->GetPath().size() == 1;
+        if (isTop && node->GetType() == NamespaceNode::kNamespaceType && !HasFatalFailure()) {
+            namespaces_ = {NamespaceElement(node->GetName(), node->GetDescription()),
+                           NamespaceElement(node->GetName() + ".fresh", "New.")};
+            commands_ = {CommandElementAt(node->GetName() + ".fresh.run"),
+                         CommandElementAt(node->GetName() + ".unheard0f")};
+            Random().Shuffle(commands_);
+            ExpectAdded({node->GetName() + " fresh | 1 | New.",
+                         node->GetName() + " fresh run | 2 | Runs.",
+                         node->GetName() + " unheard0f | 2 | Runs."});
+        }
+    }
+}
 
 TEST_P(DescriptorPropertyTest, CommandAtATakenPath_LeavesNoTrace) {
     for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {

@@ -37,13 +37,13 @@ std::optional<QuoteFlag> QuoteFlagAt(std::string_view text, std::size_t begin) {
     return std::nullopt;
 }
 
-std::optional<QuoteFlag> FirstQuoteFlag(std::string_view text, std::size_t from) {
-    for (auto comma = text.find(',', from); comma != kNone; comma = text.find(',', comma + 1)) {
+/// The first flag at or behind an offset behind which there is one.
+QuoteFlag FirstQuoteFlag(std::string_view text, std::size_t from) {
+    for (auto comma = text.find(',', from);; comma = text.find(',', comma + 1)) {
         if (const auto flag = QuoteFlagAt(text, comma)) {
-            return flag;
+            return *flag;
         }
     }
-    return std::nullopt;
 }
 
 /// The offset of the last flag of the text.
@@ -193,14 +193,14 @@ void CommandTemplate::FillMultiList(const std::string& name, const CallSpec::Inp
         return;
     }
     const std::size_t option = lastBegin + opening.size();
-    const auto flag = FirstQuoteFlag(text_, option + 1);
+    const QuoteFlag flag = FirstQuoteFlag(text_, option + 1);
     const std::string value =
-        JoinOptions(name, input, text_.substr(option, flag->begin - option), flag->quote);
+        JoinOptions(name, input, text_.substr(option, flag.begin - option), flag.quote);
 
     Replacer replacer(text_);
     for (auto begin = text_.find(opening); begin <= lastBegin;
          begin = text_.find(opening, replacer.Done())) {
-        replacer.Replace(begin, FirstQuoteFlag(text_, begin + opening.size() + 1)->end, value);
+        replacer.Replace(begin, FirstQuoteFlag(text_, begin + opening.size() + 1).end, value);
     }
     text_ = replacer.Finish();
 }

@@ -12,6 +12,8 @@
 #include <tests/support/NamedRow.h>
 #include <tests/support/ScriptedCommand.h>
 #include <tests/support/TreeLookup.h>
+#include <tests/support/VirtualSlot.h>
+#include <tests/support/VirtualTableSize.h>
 
 #include <map>
 #include <memory>
@@ -99,6 +101,14 @@ class FilledCommandListTest : public CommandListTest {
 };
 
 const std::string kSelf = "storage/everything/List all of the tandril commands.";
+
+TEST_F(CommandListTest, Slots_AreThoseOfCommandsAndNoMore) {
+    using TestSupport::VirtualSlotOf;
+    EXPECT_EQ(VirtualSlotOf(&CommandList::GetInputSpecInternal), 14);
+    EXPECT_EQ(VirtualSlotOf(&CommandList::GetOutputSpecInternal), 15);
+    EXPECT_EQ(VirtualSlotOf(&CommandList::ExecuteInternal), 17);
+    EXPECT_EQ(TestSupport::VirtualTableSizeOf<CommandList>(), 18);
+}
 
 TEST_F(CommandListTest, New_SetsItsDescription) {
     EXPECT_EQ(list_->GetDescription(), "List all of the tandril commands.");

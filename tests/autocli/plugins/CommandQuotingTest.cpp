@@ -85,6 +85,54 @@ INSTANTIATE_TEST_SUITE_P(
         QuotingRow{{"AbsentIfAddsNone"}, "a $if{force,--force} b", {}, "<a><b>"}),
     [](const auto& row) { return row.param.name; });
 
+// Where the escapes and the quotes around a placeholder do not fit together, and what is never
+// escaped. Authors of templates have to know it.
+INSTANTIATE_TEST_SUITE_P(
+    Limits, CommandQuotingTest,
+    testing::Values(
+        QuotingRow{{"LastOccurrenceQuotedLeavesTheFirstOpen"},
+                   "$val{name} '$val{name}'",
+                   {{"name", "a $((1+2)) 'b'"}},
+                   "<a><3><b><a $((1+2)) b>"},
+        QuotingRow{{"LastOccurrenceUnquotedEscapesTheFirstInItsQuotes"},
+                   "'$val{name}' $val{name}",
+                   {{"name", "a;b"}},
+                   "<a\\;b><a;b>"},
+        QuotingRow{
+            {"BlankBehindAQuotedValEscapesIt"}, "'$val{name} '", {{"name", "a;b"}}, "<a\\;b >"},
+        QuotingRow{
+            {"BlankBeforeAQuotedValEscapesIt"}, "' $val{name}'", {{"name", "a;b"}}, "< a\\;b>"},
+        QuotingRow{
+            {"DoubleQuotesKeepTheBackslash"}, "\"$val{name}\"", {{"name", "a;b$c"}}, "<a\\;b$c>"},
+        QuotingRow{{"ListInSingleQuotesKeepsTheBackslash"},
+                   "'$list{ip,',',false}'",
+                   {{"ip", "a;"}, {"ip", "b"}},
+                   "<a\\;,b>"},
+        QuotingRow{
+            {"ListSeparatorIsEscaped"}, "$list{ip,''',false}", {{"ip", "a"}, {"ip", "b"}}, "<a'b>"},
+        QuotingRow{{"ListSeparatedByLineEndsLosesThem"},
+                   "$list{ip,'\n',false}",
+                   {{"ip", "a"}, {"ip", "b"}},
+                   "<ab>"},
+        QuotingRow{{"ListWithoutSeparatorIsOneWord"},
+                   "$list{ip,'',true}",
+                   {{"ip", "a"}, {"ip", "b c"}},
+                   "<ab c>"},
+        QuotingRow{{"MultiListOptionIsNeverEscaped"},
+                   "$multilist{ip,-o$((1+2)),true}",
+                   {{"ip", "a"}},
+                   "<-o3><a>"},
+        QuotingRow{{"QuotedMultiListExpandsItsValues"},
+                   "$multilist{ip,-o,true}",
+                   {{"ip", "$((1+2))"}},
+                   "<-o><3>"},
+        QuotingRow{{"UnquotedMultiListLosesAnEmptyValue"},
+                   "$multilist{ip,-o,false}",
+                   {{"ip", ""}},
+                   "<-o>"},
+        QuotingRow{{"IfIsNeverEscaped"}, "$if{force,$((1+2)) 'a b'}", {{"force", ""}}, "<3><a b>"}),
+    [](const auto& row) { return row.param.name; });
+
 /// Every bad character but the line end, which no backslash can keep.
 class BadCharacterTest : public testing::TestWithParam<char> {};
 

@@ -1,3 +1,6 @@
+#include <CppTools/autocli/plugins/ExtensionCommand.h>
+#include <CppTools/callspec/Input.h>
+
 #include <gtest/gtest.h>
 #include <tests/support/NamedRow.h>
 #include <tests/support/TemplateFilling.h>
@@ -258,6 +261,22 @@ INSTANTIATE_TEST_SUITE_P(Order, CommandTemplateTest,
                                                  "'$val{name}'",
                                                  {{"name", "$if{name,x}$list{name,,true}"}},
                                                  "'x$list{name,,true}'"},
+                                         LineRow{{"IfComesBeforeList"},
+                                                 "$if{ip,$list{ip,',',true}}",
+                                                 {{"ip", "a}b"}},
+                                                 "\"a}b\""},
+                                         LineRow{{"IfComesBeforeMultiList"},
+                                                 "$if{ip,$multilist{ip,-i,true}}",
+                                                 {{"ip", "a}b"}},
+                                                 " -i \"a}b\""},
+                                         LineRow{{"ListComesBeforeMultiList"},
+                                                 "$list{ip,',',false}",
+                                                 {{"ip", "$multilist{ip,-i,false}"}},
+                                                 "\\ -i \\$multilist{ip,-i,false}"},
+                                         LineRow{{"MultiListComesBehindList"},
+                                                 "$multilist{ip,-i,true}",
+                                                 {{"ip", "$list{ip,',',true}"}},
+                                                 " -i \"$list{ip,',',true}\""},
                                          LineRow{{"AParameterDoesNotSeeItselfAgain"},
                                                  "'$val{name}'",
                                                  {{"name", "<$val{name}>"}},
@@ -311,6 +330,15 @@ TEST(SubstituteInputTest, TheTemplateStaysForTheNextCall) {
     command->SetExecuteCommand("$val{name}");
     EXPECT_EQ(command->SubstituteInput(NewInput(*command, {{"name", "a"}}), false), "a");
     EXPECT_EQ(command->SubstituteInput(NewInput(*command, {{"name", "b"}}), false), "b");
+}
+
+TEST(SubstituteInputTest, ATemplateWithoutDollarNeedsNoSpecification) {
+    const auto command = CppTools::AutoCli::ExtensionCommand::New();
+    command->SetExecuteCommand("echo {name,a} if{force,b}");
+    command->SetStdin("some input");
+    const auto input = CppTools::CallSpec::Input::New();
+    EXPECT_EQ(command->SubstituteInput(input, false), "echo {name,a} if{force,b}");
+    EXPECT_EQ(command->SubstituteInput(input, true), "some input");
 }
 
 TEST(SubstituteInputTest, ValOfAFlagIsRefused) {

@@ -390,7 +390,7 @@ TEST(ExtensionCommandEnvironmentTest, Line_TheChildSeesTheLocale) {
     command->SetExecuteCommand("sh -c 'echo \"<out><string>$LANG</string></out>\"'");
     const auto output = Output::New();
     command->ExecuteInternal(NewInput(*command, {}), output);
-    EXPECT_EQ(output->GetErrors(), Texts{});
+    ASSERT_EQ(output->GetErrors(), Texts{});
     EXPECT_EQ(output->GetRootObject()->ToString(), "en_US.UTF-8");
 }
 

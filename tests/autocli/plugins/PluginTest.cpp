@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <tests/support/VirtualSlot.h>
+#include <tests/support/VirtualTableSize.h>
 
 #include <type_traits>
 
@@ -15,6 +16,7 @@ using CppTools::AutoCli::Plugin;
 using CppTools::AutoCli::SharedLibraryPlugin;
 using CppTools::AutoCli::XmlPlugin;
 using TestSupport::VirtualSlotOf;
+using TestSupport::VirtualTableSizeOf;
 
 TEST(PluginTest, Interface_IsAbstractAndDestroyedThroughItsBase) {
     EXPECT_TRUE(std::is_abstract_v<Plugin>);
@@ -32,6 +34,7 @@ TEST(PluginTest, Interface_VirtualOperationsKeepTheirSlots) {
     EXPECT_EQ(VirtualSlotOf(&Plugin::HasFormatter), 5);
     EXPECT_EQ(VirtualSlotOf(&Plugin::GetFormatter), 6);
     EXPECT_EQ(VirtualSlotOf(&Plugin::GetFormatters), 7);
+    EXPECT_EQ(VirtualTableSizeOf<Plugin>(), 8);
 }
 
 TEST(PluginTest, Kinds_DeriveDirectlyAndFillEverySlot) {
@@ -41,6 +44,22 @@ TEST(PluginTest, Kinds_DeriveDirectlyAndFillEverySlot) {
     EXPECT_FALSE(std::is_abstract_v<InternalPlugin>);
     EXPECT_FALSE(std::is_abstract_v<SharedLibraryPlugin>);
     EXPECT_FALSE(std::is_abstract_v<XmlPlugin>);
+}
+
+template <typename Kind>
+class PluginKindTest : public testing::Test {};
+
+using Kinds = testing::Types<InternalPlugin, SharedLibraryPlugin, XmlPlugin>;
+TYPED_TEST_SUITE(PluginKindTest, Kinds);
+
+TYPED_TEST(PluginKindTest, Slots_AreThoseOfTheInterfaceAndNoMore) {
+    EXPECT_EQ(VirtualSlotOf(&TypeParam::Initialize), 2);
+    EXPECT_EQ(VirtualSlotOf(&TypeParam::GetName), 3);
+    EXPECT_EQ(VirtualSlotOf(&TypeParam::RegisterNamespaces), 4);
+    EXPECT_EQ(VirtualSlotOf(&TypeParam::HasFormatter), 5);
+    EXPECT_EQ(VirtualSlotOf(&TypeParam::GetFormatter), 6);
+    EXPECT_EQ(VirtualSlotOf(&TypeParam::GetFormatters), 7);
+    EXPECT_EQ(VirtualTableSizeOf<TypeParam>(), 8);
 }
 
 TEST(PluginTest, Kinds_FactoriesGiveFreshInstances) {

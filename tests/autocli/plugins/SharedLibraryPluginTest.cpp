@@ -200,6 +200,14 @@ TEST(SharedLibraryPluginTest, Initialize_MissingEntryPointIsToldInTheLoadersWord
                   MissingSymbolMessageFor(path));
 }
 
+TEST(SharedLibraryPluginTest, Initialize_NullEntryPointIsRefusedWithoutTheLoadersWords) {
+    const std::string path = Fixture("null_entry_point");
+    const auto plugin = SharedLibraryPlugin::New(path);
+    EXPECT_EQ(ThrownBy([&] { plugin->Initialize(); }),
+              "Unable to get plugin registration point from " + path + " : (null)");
+    EXPECT_FALSE(IsLoaded(path));
+}
+
 TEST(SharedLibraryPluginTest, Initialize_MissingEntryPointLeavesNoLibraryOpen) {
     const std::string path = Fixture("no_entry_point");
     const auto plugin = SharedLibraryPlugin::New(path);

@@ -5,9 +5,11 @@
 #include <tests/support/ShellRunning.h>
 #include <tests/support/Thrown.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstddef>
 #include <fcntl.h>
+#include <iterator>
 #include <string>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -188,6 +190,47 @@ TEST(ShellCmdFailureTest, Pipes_AFailureClosesWhatWasOpened) {
     EXPECT_EQ(CountOpenDescriptors(), before);
 }
 
+/// Which descriptors of this process can be read.
+std::vector<int> ReadableDescriptors() {
+    std::vector<int> readable;
+    for (int descriptor = 0; descriptor < 256; ++descriptor) {
+        const int flags = fcntl(descriptor, F_GETFL);
+        if (flags >= 0 && (flags & O_ACCMODE) != O_WRONLY) {
+            readable.push_back(descriptor);
+        }
+    }
+    return readable;
+}
+
+std::vector<int> readableBefore;
+
+/// Replaces the end of the output pipe, the last descriptor to come that can be read, by one that
+/// cannot.
+std::string SpoilOutputPipe(int /*id*/) {
+    const auto readable = ReadableDescriptors();
+    std::vector<int> added;
+    std::set_difference(readable.begin(), readable.end(), readableBefore.begin(),
+                        readableBefore.end(), std::back_inserter(added));
+    const int unreadable = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    dup3(unreadable, added.at(1), O_CLOEXEC);
+    close(unreadable);
+    return "";
+}
+
+TEST(ShellCmdFailureTest, Read_AFailureIsToldAndLeavesNoChildAndNoDescriptor) {
+    const ListenerLog log;
+    const auto before = CountOpenDescriptors();
+    readableBefore = ReadableDescriptors();
+    CppTools::AutoCli::SetChildRpZornOptionMaker(SpoilOutputPipe);
+    std::string output = "before";
+    EXPECT_EQ(ThrownBy([&] { AutoCli_ShellCmd("exit 3", output, ""); }),
+              "Unable to read from sub-process: Bad file descriptor");
+    EXPECT_EQ(output, "before");
+    EXPECT_TRUE(HasNoChild());
+    EXPECT_EQ(CountOpenDescriptors(), before);
+    EXPECT_TRUE(ListenerLog::Entries().empty());
+}
+
 volatile std::sig_atomic_t interruptions = 0;
 
 /// Commands that send this process signals while it waits for them.
@@ -195,8 +238,12 @@ class InterruptedShellCmdTest : public testing::Test {
   protected:
     InterruptedShellCmdTest() { interruptions = 0; }
 
+    /// Sends its signals only while this process sleeps in the call that is to be interrupted.
     static std::string Interrupting(const std::string& before, const std::string& behind) {
-        return before + " i=0; while [ $i -lt 200 ]; do kill -USR1 $PPID; i=$((i + 1)); done; " +
+        return before +
+               " for i in 1 2 3; do"
+               " while grep -qs '^State:.[RD]' /proc/$PPID/status; do :; done;"
+               " kill -USR1 $PPID; done; " +
                behind;
     }
 

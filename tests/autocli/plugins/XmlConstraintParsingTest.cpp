@@ -86,6 +86,13 @@ INSTANTIATE_TEST_SUITE_P(
                       "<enum-value value=\"b\">B</enum-value></enum></constraint>",
                       ParameterConstraintType::StringEnum,
                       "[b]"},
+        ConstraintRow{{"ElementInAValueCarriesNoText"},
+                      "string",
+                      "<constraint type=\"stringenum\"><enum><enum-value value=\"a\"><b>B</b>"
+                      "</enum-value><enum-value value=\"c\"><d/>C<e/></enum-value></enum>"
+                      "</constraint>",
+                      ParameterConstraintType::StringEnum,
+                      "[c]"},
         ConstraintRow{{"LastEnumDecides"},
                       "string",
                       "<constraint type=\"stringenum\"><enum><enum-value value=\"a\">A"
@@ -166,6 +173,11 @@ INSTANTIATE_TEST_SUITE_P(
                       "</constraint>",
                       ParameterConstraintType::StringRegex,
                       "a string matching the regular expression b"},
+        ConstraintRow{{"IsNotTriedBeforeItIsUsed"},
+                      "string",
+                      R"(<constraint type="regex"><regex>(</regex></constraint>)",
+                      ParameterConstraintType::StringRegex,
+                      "a string matching the regular expression ("},
         ConstraintRow{{"BlanksAreKept"},
                       "string",
                       R"(<constraint type="regex"><regex> a </regex></constraint>)",

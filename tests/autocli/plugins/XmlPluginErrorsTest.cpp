@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 #include <tests/support/CommandDescriptor.h>
 #include <tests/support/NamedRow.h>
+#include <tests/support/StreamCapture.h>
 #include <tests/support/TempDirectory.h>
 #include <tests/support/Thrown.h>
 
+#include <libxml/parser.h>
 #include <string>
+#include <unistd.h>
 
 namespace {
 
@@ -17,6 +20,7 @@ using TestSupport::CommandPieces;
 using TestSupport::Descriptor;
 using TestSupport::DescriptorMessage;
 using TestSupport::NamedRow;
+using TestSupport::StreamCapture;
 using TestSupport::TempDirectory;
 using TestSupport::ThrownBy;
 
@@ -97,6 +101,10 @@ INSTANTIATE_TEST_SUITE_P(
                                  "</description><description>E.</description></namespace>"
                                  "</namespaces>"),
                       Repeated("description")},
+        DescriptorRow{{"BeforeCommandsWhateverTheOrderOfTheFile"},
+                      Descriptor("<commands><command/></commands><namespaces><namespace/>"
+                                 "</namespaces>"),
+                      kNamespace},
         DescriptorRow{
             {"SeveralElements"}, Descriptor("<namespaces/><namespaces/>"), Several("namespaces")}),
     kRowName);
@@ -222,6 +230,11 @@ INSTANTIATE_TEST_SUITE_P(
                                &CommandPieces::standardInput,
                                "<stdin>a</stdin><stdin>b</stdin>",
                                Repeated("stdin")},
+                    CommandRow{{"FormatterBehindAnEmptyOne"},
+                               &CommandPieces::formatParameters,
+                               "<format-parameters><formatter/><formatter>xml</formatter>"
+                               "</format-parameters>",
+                               "Invalid plugin format.  Duplicate <formatter> tags found"},
                     CommandRow{
                         {"Formatter"},
                         &CommandPieces::formatParameters,
@@ -275,16 +288,20 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(XmlPluginErrorOrderTest, Initialize_FaultsAreFoundInTheOrderOfTheSteps) {
     const TempDirectory directory;
     CommandPieces pieces;
+    pieces.description = "<description>a</description><description>b</description>";
     pieces.metaData = "<meta-data><bad/></meta-data>";
     pieces.inputSpec = "";
     pieces.outputSpec = "";
     pieces.formatParameters = "";
     pieces.execute = "";
+    pieces.standardInput = "<stdin>a</stdin><stdin>b</stdin>";
     const auto messageOf = [&] {
         const std::string path = directory.Write("demo.xml", CommandDescriptor(pieces));
         const std::string message = ThrownBy([&] { XmlPlugin::New(path)->Initialize(); });
         return message.substr(DescriptorMessage(path, CommandMessage("")).size());
     };
+    EXPECT_EQ(messageOf(), Repeated("description"));
+    pieces.description = "";
     EXPECT_EQ(messageOf(),
               "Found unexpected tag while building meta-data set.  Unexpected tag was: bad");
     pieces.metaData = "";
@@ -298,6 +315,33 @@ TEST(XmlPluginErrorOrderTest, Initialize_FaultsAreFoundInTheOrderOfTheSteps) {
     pieces.formatParameters = "<format-parameters/>";
     EXPECT_EQ(messageOf(), "Missing or empty <execute> tag.  This tag must specify a valid "
                            "execution string for this command.");
+    pieces.execute = "<execute>true</execute>";
+    EXPECT_EQ(messageOf(), Repeated("stdin"));
+}
+
+TEST(XmlPluginErrorOrderTest, Initialize_ACommandsPathIsReadFirst) {
+    const TempDirectory directory;
+    CommandPieces pieces;
+    pieces.attributes = "";
+    pieces.description = "<description>a</description><description>b</description>";
+    const std::string path = directory.Write("demo.xml", CommandDescriptor(pieces));
+    EXPECT_EQ(ThrownBy([&] { XmlPlugin::New(path)->Initialize(); }),
+              DescriptorMessage(path,
+                                "Unable to register the command 'tandril '  Error was Invalid "
+                                "command specification found.  <command> tags must have a "
+                                "non-empty 'path' attribute"));
+}
+
+TEST(XmlPluginErrorOrderTest, Initialize_WhatTheXmlReaderComplainsAboutIsShown) {
+    const TempDirectory directory;
+    const std::string path = directory.Write("demo.xml", "<plugin><version>1.0.0</plugin>");
+    StreamCapture expected(STDERR_FILENO);
+    EXPECT_EQ(xmlReadFile(path.c_str(), nullptr, 0), nullptr);
+    const std::string complaint = expected.Take();
+    StreamCapture standardError(STDERR_FILENO);
+    ThrownBy([&] { XmlPlugin::New(path)->Initialize(); });
+    EXPECT_EQ(standardError.Take(), complaint);
+    EXPECT_NE(complaint, "");
 }
 
 } // namespace

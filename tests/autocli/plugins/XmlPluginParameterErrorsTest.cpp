@@ -248,6 +248,15 @@ INSTANTIATE_TEST_SUITE_P(
                       "type=\"intenum\"><enum><enum-value value=\"1\">a</enum-value><enum-value "
                       "value=\"+1\">b</enum-value></enum>",
                       "Duplicate Value found in ParameterConstraint::AddIntEnum"},
+        ConstraintRow{
+            {"EveryTextOfAValueIsAnEntry"},
+            "string",
+            "type=\"stringenum\"><enum><enum-value value=\"a\">A<b/>B</enum-value></enum>",
+            "Duplicate Value found in ParameterConstraint::AddStringEnum: a"},
+        ConstraintRow{{"EveryTextOfAnIntegerIsAnEntry"},
+                      "int",
+                      "type=\"intenum\"><enum><enum-value value=\"1\">A<b/>B</enum-value></enum>",
+                      "Duplicate Value found in ParameterConstraint::AddIntEnum"},
         ConstraintRow{{"RepeatedString"},
                       "string",
                       "type=\"stringenum\"><enum><enum-value value=\"a\">A</enum-value><enum-value "
@@ -298,6 +307,38 @@ INSTANTIATE_TEST_SUITE_P(
                       "type=\"intenum\"><enum><enum-value value=\"1\">A</enum-value></enum>",
                       kNoFit}),
     kRowName);
+
+/// Each call puts right what the call before was refused for.
+TEST(XmlParameterErrorOrderTest, Initialize_FaultsAreFoundInTheOrderOfTheSteps) {
+    const std::string description = "<description>S.</description>";
+    const std::string misfit =
+        "<constraint type=\"range\"><range min=\"1\" max=\"2\"/></constraint>";
+    const std::string both = description + misfit;
+    const auto refusalOf = [&](const std::string& attributes, const std::string& content) {
+        return RefusalOf(ParameterElement(R"(name="old" type="int" shortname="o")", description) +
+                         ParameterElement(attributes, content));
+    };
+    EXPECT_EQ(refusalOf(R"(type="x" required="x" secret="x" shortname="-")", misfit), kName);
+    EXPECT_EQ(refusalOf(R"(name="size" type="x" required="x" secret="x" shortname="-")", misfit),
+              kType);
+    EXPECT_EQ(refusalOf(R"(name="size" type="flag" required="x" secret="x" shortname="-")", misfit),
+              kRequired);
+    EXPECT_EQ(refusalOf(R"(name="size" type="flag" secret="x" shortname="-")", misfit),
+              kDescription);
+    EXPECT_EQ(refusalOf(R"(name="size" type="flag" secret="x" shortname="-")", both), kSecret);
+    EXPECT_EQ(refusalOf(R"(name="S" type="flag" secret="true" shortname="-")", both),
+              "Unable to parse Input Paramter S. Invalid type flag for secret, must be 'string'");
+    EXPECT_EQ(refusalOf(R"(name="S" type="flag" shortname="-")", both),
+              "Invalid Parameter name 'S' parameter names can only contain lower-case alphanumeric "
+              "characters, numbers and '-'");
+    EXPECT_EQ(refusalOf(R"(name="old" type="flag" shortname="-")", both), kShortName);
+    EXPECT_EQ(refusalOf(R"(name="old" type="flag" shortname="o")", both),
+              "Unable to build parameter constraint for parameter old.  Error was: Invalid "
+              "constraint specified for parameter old.  The parameter constraint specified is not "
+              "allowed for a parameter of this type.");
+    EXPECT_EQ(refusalOf(R"(name="old" type="flag" shortname="o")", description),
+              "Found a duplicate paramater specification for parameter named 'old'");
+}
 
 TEST(XmlConstraintErrorOrderTest, Initialize_ALaterConstraintDoesNotHideABadEarlierOne) {
     EXPECT_EQ(RefusalOf(ParameterElement(

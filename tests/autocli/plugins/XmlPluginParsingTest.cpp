@@ -28,6 +28,7 @@ using CppTools::CallSpec::ParameterType;
 using CppTools::MetaObj::MetaObject;
 using CppTools::MetaObj::MetaType;
 using TestSupport::CommandDescriptor;
+using TestSupport::CommandElementAt;
 using TestSupport::CommandPieces;
 using TestSupport::CommandsElement;
 using TestSupport::Descriptor;
@@ -88,6 +89,13 @@ TEST(XmlPluginParsingTest, Root_UnknownElementsAndTextsAreIgnored) {
     EXPECT_EQ(root->GetNamespaceNodeNames(), Texts{"demo"});
 }
 
+TEST(XmlPluginParsingTest, Commands_OtherElementsAndTextsAreIgnored) {
+    const auto root = TreeOf(Descriptor(
+        CommandsElement("text<!-- c --><Command path=\"big\"/><namespace/><other>" +
+                        CommandElementAt("lost") + "</other>" + CommandElementAt("run"))));
+    EXPECT_EQ(root->GetNamespaceNodeNames(), Texts{"run"});
+}
+
 TEST(XmlPluginParsingTest, Root_CommandsAloneAreEnough) {
     CommandPieces pieces;
     pieces.attributes = "path=\"run\"";
@@ -121,6 +129,14 @@ TEST(XmlPluginParsingTest, Namespaces_DescriptionsAreKeptAsTheyStand) {
     const auto root =
         TreeOf(Descriptor(NamespacesElement(NamespaceElement("demo", " Two\n lines &amp; more "))));
     EXPECT_EQ(NodeAt(root, {"demo"})->GetDescription(), " Two\n lines & more ");
+}
+
+TEST(XmlPluginParsingTest, Namespaces_ElementsBesideTheDescriptionAreIgnored) {
+    const auto root =
+        TreeOf(Descriptor("<namespaces><namespace path=\"demo\" Path=\"big\">text<other>x</other>"
+                          "<Description>y</Description><description>D.</description><!-- c -->"
+                          "</namespace></namespaces>"));
+    EXPECT_EQ(NodeAt(root, {"demo"})->GetDescription(), "D.");
 }
 
 TEST(XmlPluginParsingTest, Command_IsAnExtensionCommandWithItsDescription) {
@@ -205,6 +221,10 @@ INSTANTIATE_TEST_SUITE_P(
                     MetaDataRow{{"ElementsNamedTextAndComment"},
                                 "<text>x</text><comment>y</comment>"},
                     MetaDataRow{{"EntryWithoutNameAndText"}, "<meta-data-entry/>"},
+                    MetaDataRow{{"ElementInAnEntryCarriesNoText"},
+                                "<meta-data-entry><a>1</a></meta-data-entry>"},
+                    MetaDataRow{{"SeveralTextsInAnEntry"},
+                                R"(<meta-data-entry name="a">1<b/>2</meta-data-entry>)"},
                     MetaDataRow{{"EntryWithoutText"}, R"(<meta-data-entry name="a"/>)"}),
     kRowName);
 
@@ -355,11 +375,13 @@ TEST(XmlPluginParsingTest, FormatParameters_GiveTheDefaultFormat) {
                               "<format-parameter name=\"wrap-last\">true</format-parameter>"
                               "<formatter>table</formatter>"
                               "<format-parameter name=\"fields:A\">a,b</format-parameter>"
-                              "<format-parameter name=\"empty\"/></format-parameters>";
+                              "<format-parameter name=\"empty\"/><format-parameter> nameless "
+                              "</format-parameter></format-parameters>";
     const auto format = CommandOf(pieces)->GetDefaultOutputFormatParameters();
     EXPECT_EQ(format.GetFormatter(), "table");
-    EXPECT_EQ(format.GetParameters(),
-              (TextMap{{"empty", ""}, {"fields:A", "a,b"}, {"wrap-last", "true"}}));
+    EXPECT_EQ(
+        format.GetParameters(),
+        (TextMap{{"", " nameless "}, {"empty", ""}, {"fields:A", "a,b"}, {"wrap-last", "true"}}));
 }
 
 TEST(XmlPluginParsingTest, FormatParameters_ALaterParameterOfANameWins) {

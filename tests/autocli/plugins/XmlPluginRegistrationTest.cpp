@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -280,6 +281,43 @@ INSTANTIATE_TEST_SUITE_P(
                 "Unable to find a namespace or command with the name 'one' on the command 'run'. "
                 "Commands cannot have sub-commands or sub-namespaces."}),
     kRowName);
+
+TEST_F(XmlPluginRegistrationTest, Register_WhatStandsBeforeALateFaultStaysRegistered) {
+    EXPECT_EQ(RefusalOf(Descriptor(NamespacesElement(NamespaceElement("storage", "S.")) +
+                                   CommandsElement(CommandElementAt("storage.show") +
+                                                   CommandElementAt("storage.Bad") +
+                                                   CommandElementAt("run")))),
+              BadName("Bad"));
+    EXPECT_EQ(root_->GetNamespaceNodeNames(), Texts{"storage"});
+    EXPECT_EQ(NodeAt(root_, {"storage"})->GetNamespaceNodeNames(), Texts{"show"});
+}
+
+TEST_F(XmlPluginRegistrationTest, Register_ASharedNamespaceHoldsTheSameInEitherOrder) {
+    const auto part = [](const std::string& name) {
+        return Descriptor(NamespacesElement(NamespaceElement("storage", "Disks.") +
+                                            NamespaceElement("storage." + name, "Part.")) +
+                          CommandsElement(CommandElementAt("storage." + name + ".run")));
+    };
+    for (const auto& [one, other] : {std::pair("a", "b"), std::pair("b", "a")}) {
+        SCOPED_TRACE(one);
+        const auto root = NewRoot();
+        Parsed(part(one))->RegisterNamespaces(root);
+        Parsed(part(other))->RegisterNamespaces(root);
+        EXPECT_EQ(root->GetNamespaceNodeNames(), Texts{"storage"});
+        EXPECT_EQ(NodeAt(root, {"storage"})->GetNamespaceNodeNames(), (Texts{"a", "b"}));
+        EXPECT_NE(NodeAt<ExtensionCommand>(root, {"storage", "a", "run"}), nullptr);
+        EXPECT_NE(NodeAt<ExtensionCommand>(root, {"storage", "b", "run"}), nullptr);
+    }
+}
+
+TEST_F(XmlPluginRegistrationTest, Register_TheDescriptorOfAParentHasToComeFirst) {
+    const std::string child = Commands(CommandElementAt("storage.run"));
+    EXPECT_EQ(RefusalOf(child),
+              "Unable to find a command or namespace with the name 'storage' in namespace ");
+    Register(Namespaces(NamespaceElement("storage", "S.")));
+    Register(child);
+    EXPECT_NE(NodeAt<ExtensionCommand>(root_, {"storage", "run"}), nullptr);
+}
 
 TEST_F(XmlPluginRegistrationTest, Register_ATrailingDotNamesNoFurtherPart) {
     Register(Namespaces(NamespaceElement("storage.", "S.") + NamespaceElement("storage.a.", "A.")));

@@ -51,6 +51,31 @@ TEST(XmlPluginTest, Initialize_DirectoryIsRefused) {
               DescriptorMessage(path, "Unable to parse XML descriptor: " + path));
 }
 
+TEST(XmlPluginTest, Initialize_TextsOfOtherEncodingsBecomeUtf8) {
+    const TempDirectory directory;
+    const auto plugin = XmlPlugin::New(directory.Write(
+        "demo.xml", "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" +
+                        Descriptor(NamespacesElement(NamespaceElement("demo", "Gr\xF6n.")))));
+    plugin->Initialize();
+    const auto root = NewRoot();
+    plugin->RegisterNamespaces(root);
+    EXPECT_EQ(root->GetNamespaceNode("demo")->GetDescription(), "Gr\xC3\xB6n.");
+}
+
+TEST(XmlPluginTest, Initialize_TextCdataAndEntitiesAreSeveralPieces) {
+    const TempDirectory directory;
+    const auto plugin = XmlPlugin::New(directory.Write(
+        "demo.xml",
+        "<!DOCTYPE plugin [<!ENTITY more \"two\">]>" +
+            Descriptor(NamespacesElement(NamespaceElement("first", "one&more;") +
+                                         NamespaceElement("second", "one<![CDATA[two]]>")))));
+    plugin->Initialize();
+    const auto root = NewRoot();
+    plugin->RegisterNamespaces(root);
+    EXPECT_EQ(root->GetNamespaceNode("first")->GetDescription(), "two");
+    EXPECT_EQ(root->GetNamespaceNode("second")->GetDescription(), "two");
+}
+
 TEST(XmlPluginTest, Initialize_ReadsTheFileOnceAndNotAtRegistration) {
     const TempDirectory directory;
     const std::string path = directory.Write("demo.xml", CommandDescriptor({}));

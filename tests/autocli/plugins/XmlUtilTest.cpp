@@ -4,10 +4,13 @@
 
 #include <gtest/gtest.h>
 #include <tests/support/NamedRow.h>
+#include <tests/support/StreamCapture.h>
 #include <tests/support/Thrown.h>
 #include <tests/support/XmlText.h>
 
+#include <libxml/parser.h>
 #include <string>
+#include <unistd.h>
 
 namespace {
 
@@ -16,6 +19,7 @@ using CppTools::AutoCli::XmlUtil_FindChildNode;
 using CppTools::AutoCli::XmlUtil_GetContent;
 using CppTools::AutoCli::XmlUtil_GetContentForChildByTag;
 using CppTools::AutoCli::XmlUtil_ParseXmlOutput;
+using TestSupport::StreamCapture;
 using TestSupport::ThrownBy;
 using TestSupport::XmlText;
 
@@ -52,19 +56,22 @@ TEST_P(ContentTest, GetContent_IsThatOfTheLastChildThatHasOne) {
 
 INSTANTIATE_TEST_SUITE_P(
     Contents, ContentTest,
-    testing::Values(TextRow{{"Text"}, "<e>value</e>", "value"}, TextRow{{"NoChild"}, "<e/>", ""},
-                    TextRow{{"EmptyPair"}, "<e></e>", ""},
-                    TextRow{{"BlanksAndLinesAreKept"}, "<e>\n a \n</e>", "\n a \n"},
-                    TextRow{{"EscapesAreResolved"}, "<e>a&lt;b &amp;&#32;c</e>", "a<b & c"},
-                    TextRow{{"Cdata"}, "<e><![CDATA[a<b]]></e>", "a<b"},
-                    TextRow{{"TextsAreNotJoined"}, "<e>one<f>inner</f>two</e>", "two"},
-                    TextRow{{"ElementsHaveNone"}, "<e>one<f>inner</f></e>", "one"},
-                    TextRow{{"OnlyAnElement"}, "<e><f>inner</f></e>", ""},
-                    TextRow{{"CommentBehindText"}, "<e>one<!-- two --></e>", " two "},
-                    TextRow{{"CommentBeforeText"}, "<e><!-- one -->two</e>", "two"},
-                    TextRow{{"InstructionBehindText"}, "<e>one<?tool two?></e>", "two"},
-                    TextRow{{"InstructionWithoutData"}, "<e>one<?tool?></e>", "one"},
-                    TextRow{{"CdataBehindText"}, "<e>one<![CDATA[two]]></e>", "two"}),
+    testing::Values(
+        TextRow{{"Text"}, "<e>value</e>", "value"}, TextRow{{"NoChild"}, "<e/>", ""},
+        TextRow{{"EmptyPair"}, "<e></e>", ""},
+        TextRow{{"BlanksAndLinesAreKept"}, "<e>\n a \n</e>", "\n a \n"},
+        TextRow{{"EscapesAreResolved"}, "<e>a&lt;b &amp;&#32;c</e>", "a<b & c"},
+        TextRow{{"Cdata"}, "<e><![CDATA[a<b]]></e>", "a<b"},
+        TextRow{{"TextsAreNotJoined"}, "<e>one<f>inner</f>two</e>", "two"},
+        TextRow{{"ElementsHaveNone"}, "<e>one<f>inner</f></e>", "one"},
+        TextRow{{"OnlyAnElement"}, "<e><f>inner</f></e>", ""},
+        TextRow{{"CommentBehindText"}, "<e>one<!-- two --></e>", " two "},
+        TextRow{{"CommentBeforeText"}, "<e><!-- one -->two</e>", "two"},
+        TextRow{{"InstructionBehindText"}, "<e>one<?tool two?></e>", "two"},
+        TextRow{{"InstructionWithoutData"}, "<e>one<?tool?></e>", "one"},
+        TextRow{{"CdataBehindText"}, "<e>one<![CDATA[two]]></e>", "two"},
+        TextRow{{"EntityBehindText"}, "<!DOCTYPE e [<!ENTITY x \"two\">]><e>one&x;</e>", "two"},
+        TextRow{{"TextBehindAnEntity"}, "<!DOCTYPE e [<!ENTITY x \"one\">]><e>&x;two</e>", "two"}),
     [](const auto& row) { return row.param.name; });
 
 class ChildContentTest : public testing::TestWithParam<TextRow> {};
@@ -167,6 +174,10 @@ INSTANTIATE_TEST_SUITE_P(
         TextRow{{"OtherEncoding"},
                 "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><o><string>\xE9</string></o>",
                 "\xC3\xA9"},
+        TextRow{{"TextAndCdataAreTwoPieces"}, "<o><string>a<![CDATA[b]]></string></o>", "b"},
+        TextRow{{"TextAndEntityAreTwoPieces"},
+                "<!DOCTYPE o [<!ENTITY e \"b\">]><o><string>a&e;</string></o>",
+                "b"},
         TextRow{{"EscapesInText"}, "<o><string>a &lt; b &amp; c</string></o>", "a < b & c"}),
     [](const auto& row) { return row.param.name; });
 
@@ -187,6 +198,30 @@ INSTANTIATE_TEST_SUITE_P(
                     TextRow{{"TextBehindTheRoot"}, "<o><int>1</int></o>done", ""},
                     TextRow{{"ErrorLineFirst"}, "note\n<o><int>1</int></o>", ""}),
     [](const auto& row) { return row.param.name; });
+
+TEST(XmlUtilTest, ParseXmlOutput_DeeperThanTheXmlReaderGoesGivesNothing) {
+    const auto nested = [](int depth) {
+        std::string text;
+        for (int level = 0; level < depth; ++level) {
+            text = "<e>" + text + "</e>";
+        }
+        return "<o><structure typeName=\"A\">" + text + "</structure></o>";
+    };
+    EXPECT_NE(XmlUtil_ParseXmlOutput(nested(200)), nullptr);
+    EXPECT_EQ(XmlUtil_ParseXmlOutput(nested(300)), nullptr);
+}
+
+TEST(XmlUtilTest, ParseXmlOutput_WhatTheXmlReaderComplainsAboutIsShownUnderTheNameOfTheStream) {
+    const std::string text = "<o><int>1</o>";
+    StreamCapture expected(STDERR_FILENO);
+    EXPECT_EQ(xmlReadMemory(text.data(), static_cast<int>(text.size()), "STDOUT", nullptr, 0),
+              nullptr);
+    const std::string complaint = expected.Take();
+    EXPECT_EQ(complaint.substr(0, 9), "STDOUT:1:");
+    StreamCapture standardError(STDERR_FILENO);
+    XmlUtil_ParseXmlOutput(text);
+    EXPECT_EQ(standardError.Take(), complaint);
+}
 
 TEST(XmlUtilTest, ParseXmlOutput_WrapsWhatTheElementIsRefusedFor) {
     EXPECT_EQ(

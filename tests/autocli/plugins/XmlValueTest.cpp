@@ -311,6 +311,12 @@ TEST(XmlValueTest, BuildMetaObject_RefusesCommentNodes) {
     EXPECT_EQ(ThrownBy([] { Built("<comment/>"); }), refusal);
 }
 
+TEST(XmlValueTest, BuildMetaObject_RefusesNodesWithoutName) {
+    const XmlText document("<o><![CDATA[1]]></o>");
+    EXPECT_EQ(ThrownBy([&] { XmlUtil_BuildMetaObject(document.FirstChild()); }),
+              "Unable to make a MetaObject from a node with tag ''");
+}
+
 TEST(XmlValueTest, BuildMetaObject_UsesTheSharedInstances) {
     EXPECT_EQ(Built("<int/>"), MetaInt::New());
     EXPECT_EQ(Built("<bool>f</bool>"), MetaBool::New(false));
@@ -348,6 +354,17 @@ TEST(XmlValueTest, BuildMetaList_TheTemplateIsLockedAndTheFirstItemIsNot) {
     EXPECT_NO_THROW(item->SetField("more", 1));
     EXPECT_EQ(ThrownBy([&] { list->GetListStructure()->SetField("more", 1); }),
               "Unable to set new field more on structure. Structure has been locked");
+}
+
+TEST(XmlValueTest, BuildMetaList_TheTemplateSharesNoStructureWithTheFirstItem) {
+    const auto list = BuildMetaList(
+        XmlText("<list type=\"structure\"><structure typeName=\"A\"><field name=\"b\">"
+                "<structure typeName=\"B\"/></field></structure></list>")
+            .Root());
+    const auto item = std::dynamic_pointer_cast<MetaStruct>(list->GetItem(0));
+    std::dynamic_pointer_cast<MetaStruct>(item->GetField("b"))->SetField("more", 1);
+    EXPECT_EQ(item->ToString(), "{'b' => '{'more' => '1', }', }");
+    EXPECT_EQ(list->GetListStructure()->ToString(), "{'b' => '{}', }");
 }
 
 TEST(XmlValueTest, BuildMetaList_StructuresWithoutItemHaveNoTemplate) {
