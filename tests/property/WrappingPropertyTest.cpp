@@ -5,9 +5,11 @@
 #include <tests/support/SeededTest.h>
 #include <tests/support/TextGenerator.h>
 #include <tests/support/Values.h>
+#include <tests/support/Wrapping.h>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <sstream>
 #include <string>
@@ -25,6 +27,8 @@ using TestSupport::SeedName;
 using TestSupport::Struct;
 using TestSupport::TextGenerator;
 using TestSupport::Without;
+using TestSupport::WrapByLines;
+using TestSupport::WrapEachLine;
 using Words = std::vector<std::string>;
 
 /// What stands between blanks and line ends.
@@ -64,6 +68,29 @@ TEST_P(WrappingPropertyTest, FitString_KeepsEveryWordInItsOrder) {
         AutoCli_FitString(indent, width, text, Random().Chance(50), out, Random().Chance(50), '\0',
                           Random().Chance(50));
         ASSERT_EQ(WordsOf(out.str()), WordsOf(text))
+            << "indent " << indent << ", width " << width << "\n"
+            << text;
+    }
+}
+
+TEST_P(WrappingPropertyTest, FitString_AgreesWithWrappingLineByLine) {
+    for (int round = 0; round < 1000; ++round) {
+        const std::string text = Prose();
+        const int indent = static_cast<int>(Random().Below(45)) - 4;
+        const int width = static_cast<int>(Random().Below(121));
+        const bool continued = Random().Chance(50);
+        const bool newlineAtEnd = Random().Chance(50);
+        const char mark = Random().Chance(50) ? '\0' : '+';
+        const bool split = Random().Chance(50);
+        const char breakMark = mark == '\0' ? ' ' : mark;
+        const std::string margin(static_cast<std::size_t>(std::max(indent, 1)), ' ');
+        const std::string wrapped = split ? WrapEachLine(text, indent, width, breakMark)
+                                          : WrapByLines(text, indent, width, breakMark);
+        const bool nothing = split && text.empty();
+        std::ostringstream out;
+        AutoCli_FitString(indent, width, text, continued, out, newlineAtEnd, mark, split);
+        ASSERT_EQ(out.str(),
+                  nothing ? "" : (continued ? "" : margin) + wrapped + (newlineAtEnd ? "\n" : ""))
             << "indent " << indent << ", width " << width << "\n"
             << text;
     }

@@ -45,4 +45,69 @@ TEST(DocumentsTest, Compared_AnyDifference_IsPrinted) {
               "9 documents\n");
 }
 
+TEST(DocumentsTest, Compared_AnyDifferenceOfPython_IsPrinted) {
+    Documents documents("python");
+    const std::vector<std::pair<std::string, std::string>> different = {
+        {"1", PythonTuple(TestSupport::Bool(true))},
+        {R"("""a\n""")", PythonTuple(TestSupport::Text("a"))},
+        {"[True, ]", PythonTuple(TestSupport::Ints({1}))},
+        {R"({"b": 1, "a": 1, })", "('struct', b'T', [(b'a', ('int', 1)), (b'b', ('int', 1))])"},
+        {"[1", PythonTuple(TestSupport::Ints({1}))},
+        {"{}", kRefused}};
+    for (const auto& [document, expected] : different) {
+        documents.Add(document, expected);
+    }
+    EXPECT_EQ(documents.Compared(),
+              "10000.document\nexpected ('bool', True)\nread     ('int', 1)\n"
+              "10001.document\nexpected ('text', b'a')\nread     ('text', b'a\\n')\n"
+              "10002.document\nexpected ('list', [('int', 1)])\n"
+              "read     ('list', [('bool', True)])\n"
+              "10003.document\n"
+              "expected ('struct', [(b'a', ('int', 1)), (b'b', ('int', 1))])\n"
+              "read     ('struct', [(b'b', ('int', 1)), (b'a', ('int', 1))])\n"
+              "10004.document\nexpected ('list', [('int', 1)])\nread     ('refused',)\n"
+              "10005.document\nexpected ('refused',)\nread     ('struct', [])\n"
+              "6 documents\n");
+}
+
+std::string XmlWith(const std::string& metaData, const std::string& root) {
+    return "<output><meta-data>" + metaData + "</meta-data><root>" + root + "</root></output>";
+}
+
+TEST(DocumentsTest, Compared_AnyDifferenceOfXml_IsPrinted) {
+    Documents documents("xml");
+    const std::vector<std::pair<std::string, std::string>> different = {
+        {XmlWith("", "<integer>1</integer>"), "([], ('int', 2))"},
+        {XmlWith("", "<string>1</string>"), "([], ('int', 1))"},
+        {XmlWith("", R"(<list type="integer"/>)"), "([], ('list', 'string', []))"},
+        {XmlWith("", R"(<structure typeName="U"/>)"), "([], ('struct', b'T', []))"},
+        {XmlWith(R"(<meta-data-field name="a" value="b"/>)", ""), "([], None)"},
+        {XmlWith("", "") + "<", "([], None)"},
+        {XmlWith("", ""), kRefused}};
+    for (const auto& [document, expected] : different) {
+        documents.Add(document, expected);
+    }
+    EXPECT_EQ(documents.Compared(),
+              "10000.document\nexpected ([], ('int', 2))\nread     ([], ('int', 1))\n"
+              "10001.document\nexpected ([], ('int', 1))\nread     ([], ('text', b'1'))\n"
+              "10002.document\nexpected ([], ('list', 'string', []))\n"
+              "read     ([], ('list', 'integer', []))\n"
+              "10003.document\nexpected ([], ('struct', b'T', []))\n"
+              "read     ([], ('struct', b'U', []))\n"
+              "10004.document\nexpected ([], None)\nread     ([(b'a', b'b')], None)\n"
+              "10005.document\nexpected ([], None)\nread     ('refused',)\n"
+              "10006.document\nexpected ('refused',)\nread     ([], None)\n"
+              "7 documents\n");
+}
+
+TEST(DocumentsTest, Run_DocumentThatIsNotWellFormed_IsToldByTheProgram) {
+    Documents documents("xml");
+    documents.Add(XmlWith("", ""), "([], None)");
+    EXPECT_EQ(documents.Run({"xmllint", "--noout"}).status, 0);
+    documents.Add(XmlWith("", "<string>"), kRefused);
+    const auto run = documents.Run({"xmllint", "--noout"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.err, "");
+}
+
 } // namespace

@@ -1,9 +1,11 @@
 #include "Documents.h"
 
 #include <CppTools/autocli/formatters/XmlFormatter.h>
+#include <CppTools/autocli/plugins/XmlUtil.h>
 
 #include <tests/support/Rendering.h>
 #include <tests/support/SeededTest.h>
+#include <tests/support/Thrown.h>
 #include <tests/support/ValueGenerator.h>
 
 #include <gtest/gtest.h>
@@ -16,6 +18,7 @@
 namespace {
 
 using CppTools::AutoCli::XmlFormatter;
+using CppTools::AutoCli::XmlUtil_ParseXmlOutput;
 using RoundTrip::Documents;
 using RoundTrip::kRefused;
 using RoundTrip::PythonBytes;
@@ -23,10 +26,12 @@ using RoundTrip::PythonTuple;
 using TestSupport::Int;
 using TestSupport::ParameterEntries;
 using TestSupport::PlainCharacters;
+using TestSupport::RenderAt;
 using TestSupport::RenderWith;
 using TestSupport::Struct;
 using TestSupport::Text;
 using TestSupport::TextGenerator;
+using TestSupport::ThrownBy;
 using TestSupport::Value;
 using TestSupport::ValueGenerator;
 using TestSupport::With;
@@ -111,6 +116,46 @@ TEST(XmlLimitsTest, WhatXmlForbidsMakesADocumentThatBothReadersRefuse) {
         EXPECT_EQ(alone.Run({"xmllint", "--noout"}).status, 1) << testing::PrintToString(text);
     }
     EXPECT_EQ(documents.Compared(), documents.Agreement());
+}
+
+TEST(XmlLimitsTest, TheReaderOfCommandOutputKnowsOtherElements) {
+    const std::string refusal =
+        "Error parsing command output.  Unable to build a proper metaobject from output tag.  "
+        "output must contain properly formatted tags of type bool, int, string, structure and "
+        "list. Error was : ";
+    const auto refused = [](const std::string& document) {
+        return ThrownBy([&] { XmlUtil_ParseXmlOutput(document); });
+    };
+    const auto alone = [](const Value& value) {
+        return "<output>" + RenderAt<XmlFormatter>(0, value) + "</output>";
+    };
+    EXPECT_EQ(refused(XmlOf(Text("x"))),
+              refusal + "Unable to make a MetaObject from a node with tag 'meta-data'");
+    EXPECT_EQ(refused(alone(Int(1))),
+              refusal + "Unable to make a MetaObject from a node with tag 'integer'");
+    EXPECT_EQ(refused(alone(Struct("T", {{"a", TestSupport::Bool(true)}}))),
+              refusal + "Unable to make a MetaObject from a node with tag 'boolean'");
+    for (const auto& list : {TestSupport::Ints({}), TestSupport::Bools({})}) {
+        EXPECT_EQ(refused(alone(list)),
+                  refusal + "Invalid list type attribute.  Must be one of [string, int, bool, "
+                            "structure, list]");
+    }
+}
+
+TEST(XmlLimitsTest, WithoutIntegersAndBooleansValuesAreReadAsCommandOutput) {
+    const auto row = [](const std::string& text) {
+        return Struct("Row", {{"<a> & \"b\"", Text(text)}, {"c", TestSupport::Texts({"", text})}});
+    };
+    for (const std::string text :
+         {"", "two words", "<a href='x'>50% &amp; \"b\"</a>", "\xC3\xA9"}) {
+        const Value tree = Struct("T", {{"rows", TestSupport::Rows({row(text), row("x")})},
+                                        {"none", TestSupport::Rows(nullptr, {})},
+                                        {"in", row(text)}});
+        const Value read =
+            XmlUtil_ParseXmlOutput("<output>" + RenderAt<XmlFormatter>(1, tree) + "</output>");
+        ASSERT_TRUE(read);
+        EXPECT_EQ(PythonTuple(read), PythonTuple(tree));
+    }
 }
 
 TEST(XmlLimitsTest, AStylesheetIsWrittenAsItIs) {

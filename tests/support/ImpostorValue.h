@@ -1,9 +1,11 @@
 #pragma once
 
+#include <CppTools/metaobj/MetaList.h>
 #include <CppTools/metaobj/MetaObject.h>
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace TestSupport {
 
@@ -23,5 +25,12 @@ class ImpostorValue final : public CppTools::MetaObj::MetaObject {
 
 /// A number that stands for no kind.
 inline constexpr auto kUnknownKind = static_cast<CppTools::MetaObj::MetaType>(7);
+
+/// The elements themselves, to damage a list in ways that its own interface refuses.
+inline std::vector<std::shared_ptr<CppTools::MetaObj::MetaObject>>&
+ElementsOf(const std::shared_ptr<CppTools::MetaObj::MetaList>& list) {
+    return const_cast<std::vector<std::shared_ptr<CppTools::MetaObj::MetaObject>>&>(
+        list->GetObjects());
+}
 
 } // namespace TestSupport

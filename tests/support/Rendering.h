@@ -51,6 +51,14 @@ Rendering RenderWith(const std::shared_ptr<CppTools::MetaObj::MetaObject>& root,
     return Render(formatter, root, entries, width);
 }
 
+/// The text of one value at a nesting level, from a formatter that looks at no parameters.
+template <typename ConcreteFormatter>
+std::string RenderAt(int level, const std::shared_ptr<CppTools::MetaObj::MetaObject>& value) {
+    std::ostringstream out;
+    ConcreteFormatter().Format(value, out, level);
+    return out.str();
+}
+
 /// Name, description and flag of every documented parameter.
 using DocumentedParams = std::vector<std::tuple<std::string, std::string, bool>>;
 

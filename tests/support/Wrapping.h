@@ -53,13 +53,14 @@ inline std::string WrapByLines(const std::string& text, int indent, int width,
 }
 
 /// `text` split at its line ends, each line wrapped, continued at column `indent` of a line.
-inline std::string WrapEachLine(const std::string& text, int indent, int width) {
+inline std::string WrapEachLine(const std::string& text, int indent, int width,
+                                char breakMark = ' ') {
     const std::string margin(static_cast<std::size_t>(std::max(indent, 1)), ' ');
     std::string wrapped;
     std::istringstream stream(text);
     bool first = true;
     for (std::string line; std::getline(stream, line); first = false) {
-        wrapped += (first ? "" : "\n" + margin) + WrapByLines(line, indent, width);
+        wrapped += (first ? "" : "\n" + margin) + WrapByLines(line, indent, width, breakMark);
     }
     return wrapped;
 }

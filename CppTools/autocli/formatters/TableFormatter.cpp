@@ -121,7 +121,8 @@ class Table {
         }
     }
 
-    /// The last column is wrapped only where it leaves room for its own name.
+    /// The last column is wrapped only beside others, and only where the display is known to
+    /// leave room for its name.
     void DecideWrapping() {
         for (const auto& column : columns_) {
             if (column != lastName_) {
@@ -129,7 +130,7 @@ class Table {
             }
         }
         wraps_ = params_.GetParameter("wrap-last") == "true" && fixedWidth_ != 0 &&
-                 screenWidth_ != 0 && screenWidth_ >= fixedWidth_ + lastName_.size();
+                 screenWidth_ >= fixedWidth_ + lastName_.size();
     }
 
     bool WriteRows() {

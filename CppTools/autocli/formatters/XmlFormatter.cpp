@@ -4,6 +4,7 @@
 #include <CppTools/autocli/formatters/XmlFormatter.h>
 #include <CppTools/callspec/Output.h>
 
+#include <array>
 #include <ostream>
 
 namespace CppTools::AutoCli {
@@ -37,20 +38,13 @@ const char* EntityFor(char character) {
     }
 }
 
+/// The names of the kinds of elements, at the kinds' own numbers.
+constexpr std::array<const char*, 5> kListKinds = {"integer", "boolean", "string", "structure",
+                                                   "list"};
+
 const char* ListKind(MetaType type) {
-    switch (type) {
-    case MetaType::Bool:
-        return "boolean";
-    case MetaType::Int:
-        return "integer";
-    case MetaType::String:
-        return "string";
-    case MetaType::List:
-        return "list";
-    case MetaType::Struct:
-        return "structure";
-    }
-    return "";
+    const auto number = static_cast<std::size_t>(type);
+    return number < kListKinds.size() ? kListKinds[number] : "";
 }
 
 /// Writes values as lines of elements.

@@ -230,6 +230,20 @@ TEST(CliDispatcherHelpFormatterTest, Format_NoDispatcher_APlaceholderStandsForIt
                   kEmptyTables);
 }
 
+TEST(CliDispatcherHelpFormatterTest, Format_ListsThatAreNoLists_AreReportedOrLeftOut) {
+    const std::string reported = std::string(kHeading) + "Available Namespaces: \n"
+                                                         "\n"
+                                                         "ERROR, list is bad\n"
+                                                         "Available Commands: \n"
+                                                         "\n"
+                                                         "ERROR, list is bad\n";
+    EXPECT_EQ(Listing(Struct("TandrilCommandPrint", {{"Dispatcher", Text("tandril")}})), reported);
+    EXPECT_EQ(Listing(Struct("TandrilCommandPrint", {{"Dispatcher", Text("tandril")},
+                                                     {"Path", Text("disk")},
+                                                     {"NamespaceNodes", Text("disk")}})),
+              reported);
+}
+
 TEST(CliDispatcherHelpFormatterTest, Format_ParametersDoNotMatter) {
     const auto record = ListingRecord({}, NodeList({{"Command", "a", "aaaa bbbb cccc dddd"}}));
     EXPECT_EQ(RenderWith<CliDispatcherHelpFormatter>(record,
@@ -349,6 +363,24 @@ TEST(HandleListTest, ElementsThatAreNoStructures_AreSkipped) {
     const auto texts = MetaList::New(MetaType::String);
     texts->Add("Command");
     EXPECT_EQ(TableOf("Command", texts), "Available Commands: \n\n\n");
+    const auto nodes = NodeList({{"Command", "a", "One."}, {"Command", "b", "Two."}});
+    auto& elements = TestSupport::ElementsOf(nodes);
+    elements.insert(elements.begin() + 1, Text("Command"));
+    EXPECT_EQ(TableOf("Command", nodes), "Available Commands: \n\na     One.\nb     Two.\n\n");
+}
+
+TEST(HandleListTest, NodesWithoutType_AreSkipped) {
+    const auto nodes = Rows({Struct("N", {{"Name", Text("a")}, {"Description", Text("b")}})});
+    EXPECT_EQ(TableOf("Command", nodes), "Available Commands: \n\n\n");
+    EXPECT_EQ(TableOf("", nodes), "Available s: \n\n\n");
+}
+
+TEST(HandleListTest, NodesWithoutDescription_AreReportedByTheTable) {
+    const auto nodes = Rows({Struct("N", {{"Type", Text("Command")}, {"Name", Text("a")}})});
+    EXPECT_EQ(TableOf("Command", nodes), "Available Commands: \n"
+                                         "\n"
+                                         "Error: Unknown field in field list: Description\n"
+                                         "\n");
 }
 
 TEST(HandleListTest, NodeThatLostAField_IsReportedInTheText) {

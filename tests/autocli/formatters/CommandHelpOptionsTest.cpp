@@ -1,6 +1,7 @@
 #include <CppTools/autocli/formatters/CommandHelpFormatter.h>
 
 #include <tests/support/CommandHelpRecord.h>
+#include <tests/support/ImpostorValue.h>
 #include <tests/support/Rendering.h>
 #include <tests/support/Values.h>
 #include <tests/support/Wrapping.h>
@@ -20,6 +21,7 @@ using CppTools::AutoCli::DisplayContext;
 using CppTools::AutoCli::FormatParameters;
 using CppTools::CallSpec::Output;
 using TestSupport::Bool;
+using TestSupport::ElementsOf;
 using TestSupport::ExampleList;
 using TestSupport::HelpOption;
 using TestSupport::HelpRecord;
@@ -27,6 +29,7 @@ using TestSupport::Ints;
 using TestSupport::kHelpHeading;
 using TestSupport::kSecretWarning;
 using TestSupport::OptionList;
+using TestSupport::OptionRecord;
 using TestSupport::RenderWith;
 using TestSupport::Rows;
 using TestSupport::Struct;
@@ -130,9 +133,26 @@ TEST(CommandHelpOptionsTest, MissingTexts_AreEmpty) {
               kHelpHeading + std::string("     --    (required)\n"));
 }
 
+TEST(CommandHelpOptionsTest, FlagsThatAreNoBooleans_CountAsFalse) {
+    const auto option = Struct("P", {{"Name", TestSupport::Text("a")},
+                                     {"Description", TestSupport::Text("One.")},
+                                     {"Required", TestSupport::Text("true")}});
+    EXPECT_EQ(Help(HelpRecord(Rows({option}), ExampleList({}))),
+              kHelpHeading + std::string("     --a   One.\n"));
+}
+
 TEST(CommandHelpOptionsTest, ElementsThatAreNoStructures_AreSkipped) {
     EXPECT_EQ(Help(HelpRecord(Texts({"a-very-long-text"}), ExampleList({}))), kHelpHeading);
     EXPECT_EQ(Help(HelpRecord(Ints({1, 2}), ExampleList({}))), kHelpHeading);
+}
+
+TEST(CommandHelpOptionsTest, ElementsThatAreNoStructures_AreSkippedAmongOthers) {
+    const auto options = Rows({OptionRecord({"a", "", "One."}), OptionRecord({"b", "", "Two."})});
+    auto& elements = ElementsOf(options);
+    elements.insert(elements.begin() + 1, TestSupport::Text("a-very-long-text"));
+    EXPECT_EQ(Help(HelpRecord(options, ExampleList({}))),
+              kHelpHeading + std::string("     --a   One.\n"
+                                         "     --b   Two.\n"));
 }
 
 TEST(CommandHelpOptionsTest, EveryWidthAgreesWithWrappingLineByLine) {

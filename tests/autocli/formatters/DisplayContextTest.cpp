@@ -11,6 +11,7 @@ using CppTools::AutoCli::DisplayContext;
 
 static_assert(std::is_same_v<decltype(DisplayContext::width), std::uint16_t>);
 static_assert(std::is_same_v<decltype(DisplayContext::height), std::uint16_t>);
+static_assert(sizeof(DisplayContext) == 2 * sizeof(std::uint16_t));
 
 TEST(DisplayContextTest, New_SizeIsUnknown) {
     const DisplayContext display;

@@ -6,6 +6,7 @@
 #include <CppTools/metaobj/MetaString.h>
 #include <CppTools/metaobj/MetaStruct.h>
 
+#include <tests/support/ImpostorValue.h>
 #include <tests/support/NamedRow.h>
 #include <tests/support/Rendering.h>
 
@@ -79,6 +80,16 @@ TEST(GetStringFieldTest, FieldOfAnotherKind_IsEmpty) {
     for (const char* name : {"int", "bool", "list", "struct"}) {
         EXPECT_EQ(GetStringField(MakeStructOfEveryKind(), name), "") << name;
     }
+}
+
+TEST(GetStringFieldTest, FieldThatOnlyClaimsToBeAString_IsEmpty) {
+    const auto st = MetaStruct::New("T");
+    st->SetField("text", TestSupport::ImpostorValue::New(MetaType::String));
+    EXPECT_EQ(GetStringField(st, "text"), "");
+}
+
+TEST(GetStringFieldTest, NoStructure_IsEmpty) {
+    EXPECT_EQ(GetStringField(nullptr, "text"), "");
 }
 
 TEST(GetStringFieldTest, Name_IsNoPath) {
@@ -169,6 +180,12 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(GetSubFieldSharingTest, ResultIsTheFieldsOwnObject) {
     const auto root = MakeNested();
     EXPECT_EQ(GetSubField(root, "a"), root->GetField("a"));
+}
+
+TEST(GetSubFieldSharingTest, NoStructure_HasNoFields) {
+    for (const char* path : {"", "a", "a.x", "."}) {
+        EXPECT_EQ(GetSubField(nullptr, path), nullptr) << path;
+    }
 }
 
 TEST(GetSubFieldSharingTest, WithoutTheFirstPart_TheLastIsLookedUpInTheRootItself) {
@@ -315,6 +332,10 @@ INSTANTIATE_TEST_SUITE_P(
         FieldCase{{"StructureWithUnits"},
                   MakeStruct(),
                   {{"printf:T.F", "%s"}, {"units:T.F", "MB"}},
+                  " MB"},
+        FieldCase{{"OfNoKnownKind"},
+                  TestSupport::ImpostorValue::New(TestSupport::kUnknownKind),
+                  {{"printf:T.F", "text"}, {"units:T.F", "MB"}},
                   " MB"},
         FieldCase{{"Nothing"}, nullptr, {{"printf:T.F", "%s"}}, "NULL Object"}),
     [](const auto& row) { return row.param.name; });

@@ -262,10 +262,11 @@ TEST_P(FitStringWidthTest, NoByteOfTheTextIsLostExceptBlanks) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Indents, FitStringWidthTest, testing::Values(0, 1, 2, 8, 30, 119));
+INSTANTIATE_TEST_SUITE_P(Indents, FitStringWidthTest, testing::Values(-3, 0, 1, 2, 8, 30, 119));
 
-TEST(FitStringStreamTest, Indent_StandsBeforeTheTextInEitherAdjustment) {
-    for (const auto adjustment : {std::ios_base::left, std::ios_base::right}) {
+TEST(FitStringStreamTest, Indent_StandsBeforeTheTextInEveryAdjustment) {
+    for (const auto adjustment :
+         {std::ios_base::left, std::ios_base::right, std::ios_base::internal}) {
         std::ostringstream out;
         out.setf(adjustment, std::ios_base::adjustfield);
         AutoCli_FitString(4, 9, "aaaa bbbb", false, out, true, kNoMark, false);
@@ -288,7 +289,8 @@ TEST(FitStringStreamTest, LongText_IsWrappedToTheEnd) {
         text += " word";
         expected += i % 2 == 0 ? " \n word" : " word";
     }
-    EXPECT_EQ((Fit{0, 10, text, false, false}.Run()), expected);
+    // Not by EXPECT_EQ, which would look for the smallest difference between so many lines.
+    EXPECT_TRUE((Fit{0, 10, text, false, false}.Run() == expected));
 }
 
 } // namespace

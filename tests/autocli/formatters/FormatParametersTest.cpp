@@ -6,6 +6,7 @@
 
 #include <map>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -15,6 +16,10 @@ using CppTools::AutoCli::FormatParameters;
 
 using Items = std::vector<std::string>;
 using Entries = std::map<std::string, std::string>;
+
+static_assert(sizeof(FormatParameters) == sizeof(std::string) + sizeof(Entries));
+static_assert(std::is_copy_assignable_v<FormatParameters>);
+static_assert(std::is_nothrow_move_constructible_v<FormatParameters>);
 
 TEST(FormatParametersTest, New_FormatterIsEmpty) {
     EXPECT_EQ(FormatParameters().GetFormatter(), "");

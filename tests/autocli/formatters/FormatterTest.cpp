@@ -13,13 +13,19 @@
 #include <CppTools/metaobj/MetaObject.h>
 
 #include <tests/support/Rendering.h>
+#include <tests/support/Values.h>
 #include <tests/support/VirtualSlot.h>
+#include <tests/support/VirtualTableSize.h>
 
 #include <gtest/gtest.h>
 
+#include <ios>
+#include <locale>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 namespace {
 
@@ -39,10 +45,16 @@ using TestSupport::DocumentedParams;
 using TestSupport::DocumentedParamsOf;
 using TestSupport::Render;
 using TestSupport::Rendering;
+using TestSupport::RenderWith;
+using TestSupport::Rows;
+using TestSupport::Struct;
 using TestSupport::VirtualSlotOf;
+using TestSupport::VirtualTableSizeOf;
 
 static_assert(std::is_abstract_v<Formatter>);
 static_assert(std::has_virtual_destructor_v<Formatter>);
+static_assert(sizeof(Formatter) == sizeof(void*) + sizeof(std::string) +
+                                       sizeof(std::vector<FormatterParam>) + sizeof(std::string));
 
 /// Writes the plain text of the root, its own name and one parameter.
 class PlainFormatter : public Formatter {
@@ -131,6 +143,10 @@ TEST(FormatterTest, Destructor_OfTheConcreteFormatterRunsThroughTheBase) {
     EXPECT_TRUE(gone);
 }
 
+TEST(FormatterTest, VirtualOperations_EndWithFormat) {
+    EXPECT_EQ(VirtualTableSizeOf<Formatter>(), 3);
+}
+
 TEST(FormatterParamTest, New_IsEmptyAndUnflagged) {
     const FormatterParam param;
     EXPECT_EQ(param.name, "");
@@ -146,6 +162,38 @@ TEST(FormatterParamTest, Record_HoldsNameDescriptionAndFlagInThisOrder) {
 }
 
 // --- What the formatters of the engine have in common
+
+/// What a formatter writes to a stream that shows plain numbers in another way.
+template <typename Concrete>
+std::string OnAnOddStream(const std::shared_ptr<CppTools::MetaObj::MetaObject>& root) {
+    struct Grouping : std::numpunct<char> {
+        Grouping() : std::numpunct<char>(1) {}
+
+        std::string do_grouping() const override { return "\1"; }
+    };
+
+    Grouping grouping; // is its own reference, so that no locale deletes it
+
+    const auto output = CppTools::CallSpec::Output::New();
+    output->SetRootObject(root);
+    FormatParameters params;
+    DisplayContext display;
+    std::ostringstream out;
+    out.imbue(std::locale(std::locale::classic(), &grouping));
+    out << std::hex << std::showbase << std::showpos;
+    Concrete().Format(output, params, display, out);
+    return out.str();
+}
+
+TEST(FormattersTest, Integers_AreDecimalOnEveryStream) {
+    const auto root = MetaInt::New(255);
+    EXPECT_EQ(OnAnOddStream<SimpleFormatter>(root), "255\n");
+    EXPECT_EQ(OnAnOddStream<JsonFormatter>(root), "255\n");
+    EXPECT_EQ(OnAnOddStream<PythonFormatter>(root), "255\n");
+    EXPECT_EQ(OnAnOddStream<XmlFormatter>(root), RenderWith<XmlFormatter>(root).second);
+    const auto rows = Rows({Struct("T", {{"a", root}})});
+    EXPECT_EQ(OnAnOddStream<TableFormatter>(rows), "a\n-\n255  \n");
+}
 
 template <typename Concrete>
 class ConcreteFormatterTest : public testing::Test {};
@@ -165,6 +213,10 @@ TYPED_TEST(ConcreteFormatterTest, Format_FollowsTheDestructorInTheTableOfVirtual
                                           FormatParameters&, DisplayContext&, std::ostream&);
     EXPECT_EQ(VirtualSlotOf(static_cast<Operation>(&TypeParam::Format)), 2);
     EXPECT_EQ(VirtualSlotOf(&Formatter::Format), 2);
+}
+
+TYPED_TEST(ConcreteFormatterTest, Class_HasNoOtherVirtualOperations) {
+    EXPECT_EQ(VirtualTableSizeOf<TypeParam>(), 3);
 }
 
 } // namespace

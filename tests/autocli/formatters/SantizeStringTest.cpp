@@ -1,52 +1,15 @@
 #include <CppTools/autocli/formatters/XmlFormatter.h>
 
 #include <tests/support/NamedRow.h>
-#include <tests/support/Values.h>
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 
 namespace {
 
 using CppTools::AutoCli::SantizeString;
-using CppTools::AutoCli::XmlFormatter;
 using TestSupport::NamedRow;
-using TestSupport::Text;
-
-TEST(SantizeStringTest, EveryByte_SixAreEntitiesAndAllOthersStay) {
-    for (int code = 0; code < 256; ++code) {
-        const std::string byte(1, static_cast<char>(code));
-        std::string expected = byte;
-        switch (code) {
-        case '&':
-            expected = "&amp;";
-            break;
-        case '<':
-            expected = "&lt;";
-            break;
-        case '>':
-            expected = "&gt;";
-            break;
-        case '%':
-            expected = "&#37;";
-            break;
-        case '"':
-            expected = "&quot;";
-            break;
-        case '\'':
-            expected = "&apos;";
-            break;
-        default:
-            break;
-        }
-        EXPECT_EQ(SantizeString(byte), expected) << "byte " << code;
-        std::ostringstream out;
-        XmlFormatter().Format(Text(byte), out, 0);
-        EXPECT_EQ(out.str(), "<string>" + expected + "</string>\n") << "byte " << code;
-    }
-}
 
 struct EntityCase : NamedRow {
     std::string text;

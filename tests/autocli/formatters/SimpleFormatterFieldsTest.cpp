@@ -6,10 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <iomanip>
 #include <ios>
 #include <sstream>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -204,6 +206,18 @@ TEST(SimpleFormatterUnitsTest, DoNotApplyToLists) {
               "         Row:\n"
               "            x: 1\n"
               "\n");
+}
+
+TEST(SimpleFormatterUnitsTest, FormatThatFailsIsReportedInItsFieldAlone) {
+    EXPECT_EQ(Simple(Struct("T", {{"a", Int(1)}, {"b", Int(2)}, {"c", Int(3)}}),
+                     {{"printf:T.b", "%2147483648ld"}, {"units:T.b", "MB"}, {"units:T.c", "MB"}}),
+              "T:\n"
+              "   a: 1\n"
+              "   b: Error while handling formatting parameter printf:T.b.  Unable to format "
+              "field: " +
+                  std::generic_category().message(EOVERFLOW) +
+                  "\n"
+                  "   c: 3 MB\n");
 }
 
 TEST(SimpleFormatterUnitsTest, PrintfGoesBeforeUnits) {

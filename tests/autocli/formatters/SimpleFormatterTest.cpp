@@ -278,6 +278,19 @@ TEST(SimpleFormatterStructTest, FieldsThatAreNotWhatTheyClaimAreReportedInPlace)
               "   tail: 1\n");
 }
 
+TEST(SimpleFormatterStructTest, ScalarFieldsThatAreNotWhatTheyClaimShowTheirPlainText) {
+    EXPECT_EQ(Simple(Struct("T", {{"bool", ImpostorValue::New(MetaType::Bool)},
+                                  {"int", ImpostorValue::New(MetaType::Int)},
+                                  {"odd", ImpostorValue::New(TestSupport::kUnknownKind)},
+                                  {"text", ImpostorValue::New(MetaType::String)}}),
+                     {{"units:T.odd", "MB"}}),
+              "T:\n"
+              "   bool: impostor\n"
+              "   int: impostor\n"
+              "   odd: impostor MB\n"
+              "   text: impostor\n");
+}
+
 // --- Lists of structures
 
 TEST(SimpleFormatterListTest, TopLevelStructuresAreSeparatedByEmptyLines) {

@@ -8,21 +8,22 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <functional>
 #include <ostream>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <utility>
-#include <vector>
 
 namespace {
 
 using CppTools::AutoCli::DisplayContext;
 using CppTools::AutoCli::FormatParameters;
 using CppTools::AutoCli::TableFormatter;
-using CppTools::MetaObj::MetaList;
 using CppTools::MetaObj::MetaType;
 using TestSupport::Bool;
+using TestSupport::ElementsOf;
 using TestSupport::ImpostorValue;
 using TestSupport::Int;
 using TestSupport::NamedRow;
@@ -152,6 +153,26 @@ INSTANTIATE_TEST_SUITE_P(Repeated, TableColumnsTest,
                                                             "   5     5  \n"}}),
                          [](const auto& row) { return row.param.name; });
 
+TEST(TableFormatterTemplateTest, NamesOfTheTemplateAreTrimmedLikeAllOthers) {
+    const auto list = Rows({Struct("T", {{" Name ", Text("n")}})});
+    EXPECT_EQ(RenderWith<TableFormatter>(list),
+              Rendering(false, "Error: Unknown field in field list: Name\n"));
+}
+
+TEST(TableFormatterTemplateTest, NamesOfTheTemplateArePathsLikeAllOthers) {
+    const auto list = Rows({Struct("T", {{"a.b", Text("n")}})});
+    EXPECT_EQ(RenderWith<TableFormatter>(list),
+              Rendering(false, "Error: Unknown field in field list: a.b\n"));
+}
+
+TEST(TableFormatterTemplateTest, WithoutElementsUnknownColumnsHaveAHeader) {
+    const auto none = Rows(Struct("T", {{"Name", Text("")}}), {});
+    EXPECT_EQ(RenderWith<TableFormatter>(none, {{"fields", "Nope,Name,,Neither"}}),
+              Rendering(true, "Nope  Name    Neither\n"
+                              "----  ----    -------\n"));
+    EXPECT_EQ(RenderWith<TableFormatter>(none, {{"fields", ","}}), Rendering(true, "\n\n"));
+}
+
 // --- Units and printf
 
 TEST(TableFormatterUnitsTest, UnitsAndPrintfWidenTheirColumn) {
@@ -165,6 +186,17 @@ TEST(TableFormatterUnitsTest, UnitsAndPrintfWidenTheirColumn) {
                               "--------  ----\n"
                               "00042 MB  /dev/sda\n"
                               "00007 MB  /dev/sdb\n"));
+}
+
+TEST(TableFormatterUnitsTest, FormatThatFailsIsReportedInItsCells) {
+    const auto list = Rows({Struct("T", {{"a", Text("x")}, {"b", Text("y")}})});
+    const std::string message =
+        "Error while handling formatting parameter printf:T.a.  Unable to format field: " +
+        std::generic_category().message(EOVERFLOW);
+    EXPECT_EQ(
+        RenderWith<TableFormatter>(
+            list, {{"printf:T.a", "%2147483648s"}, {"units:T.a", "MB"}, {"header-line", "false"}}),
+        Rendering(true, "a" + std::string(message.size() + 1, ' ') + "b\n" + message + "  y\n"));
 }
 
 TEST(TableFormatterUnitsTest, FormattedIntegersAreStillRightAligned) {
@@ -200,11 +232,6 @@ TEST(TableFormatterUnitsTest, ElementsOwnTypeNameSelectsThem_TheTemplatesTheColu
 }
 
 // --- Rows that stop the table
-
-/// The elements themselves, to damage a list in ways that its own interface refuses.
-std::vector<Value>& ElementsOf(const std::shared_ptr<MetaList>& list) {
-    return const_cast<std::vector<Value>&>(list->GetObjects());
-}
 
 TEST(TableFormatterRowsTest, ElementsWithoutTemplateAreRefused) {
     const auto list = Rows(nullptr, {});

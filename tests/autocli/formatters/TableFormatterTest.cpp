@@ -237,6 +237,17 @@ TEST(TableFormatterTest, Format_AdjustmentOfTheStreamDoesNotMatter) {
     }
 }
 
+TEST(TableFormatterTest, Format_LeavesTheStreamInLeftAdjustment) {
+    DisplayContext display;
+    FormatParameters params;
+    const auto output = CppTools::CallSpec::Output::New();
+    output->SetRootObject(Rows({Struct("T", {{"Size", Int(1)}})}));
+    std::ostringstream out;
+    out.setf(std::ios_base::right, std::ios_base::adjustfield);
+    TableFormatter().Format(output, params, display, out);
+    EXPECT_EQ(out.flags() & std::ios_base::adjustfield, std::ios_base::left);
+}
+
 TEST(TableFormatterTest, Format_KeepsNothingBetweenCalls) {
     TableFormatter formatter;
     const ParameterEntries entries{{"fields", "Name"}, {"show-header", "false"}};

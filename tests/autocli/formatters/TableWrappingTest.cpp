@@ -122,6 +122,22 @@ TEST(TableWrappingTest, RepeatedLastColumnIsWrappedEveryTime) {
               "aaaa \n       bbbbx      aaaa \n       bbbb\n");
 }
 
+TEST(TableWrappingTest, RepeatedFixedColumnCountsEveryTime) {
+    const auto list = OneRow("x", Text("aaaa bbbb"));
+    EXPECT_EQ(Wrapped(list, 22, {{"fields", "First,First,Last"}}), "x      x      aaaa \n"
+                                                                   "              bbbb\n");
+    EXPECT_EQ(Wrapped(list, 17, {{"fields", "First,First,Last"}}), "x      x      aaaa bbbb\n");
+}
+
+TEST(TableWrappingTest, LastColumnCanBeAPath) {
+    const auto inner = Struct("I", {{"Text", Text("aaaa bbbb")}, {"Size", Int(7)}});
+    const auto list = Rows({Struct("T", {{"First", Text("x")}, {"In", inner}})});
+    EXPECT_EQ(Wrapped(list, 15, {{"fields", "First,In.Text"}}), "x      aaaa \n"
+                                                                "       bbbb\n");
+    EXPECT_EQ(Wrapped(list, 15, {{"fields", "First,In.Size"}}), "x      7\n");
+    EXPECT_EQ(Wrapped(list, 13, {{"fields", "First,In.Size"}}), "x            7  \n");
+}
+
 TEST(TableWrappingTest, RepeatedOnlyColumnHasNoFixedColumns) {
     EXPECT_EQ(Wrapped(OneRow("x", Text("aaaa bbbb")), 8, {{"fields", "Last,Last"}}),
               "aaaa bbbbaaaa bbbb\n");

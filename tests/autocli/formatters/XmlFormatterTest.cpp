@@ -9,7 +9,6 @@
 
 #include <cstdint>
 #include <limits>
-#include <sstream>
 #include <string>
 
 namespace {
@@ -25,6 +24,7 @@ using TestSupport::Int;
 using TestSupport::Ints;
 using TestSupport::NamedRow;
 using TestSupport::ParameterEntries;
+using TestSupport::RenderAt;
 using TestSupport::Rendering;
 using TestSupport::RenderWith;
 using TestSupport::Rows;
@@ -43,13 +43,6 @@ std::string DocumentOf(const std::string& value) {
            value +
            "   </root>\n"
            "</output>\n";
-}
-
-/// The lines of one value at a nesting level.
-std::string XmlAt(int level, const Value& value) {
-    std::ostringstream out;
-    XmlFormatter().Format(value, out, level);
-    return out.str();
 }
 
 TEST(XmlFormatterTest, Name_IsXml) {
@@ -208,7 +201,8 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return row.param.name; });
 
 TEST(XmlFormatterTest, Format_ImpostorField_IsReportedBetweenItsTags) {
-    EXPECT_EQ(XmlAt(0, Struct("T", {{"a", ImpostorValue::New(MetaType::Bool)}, {"b", Int(1)}})),
+    EXPECT_EQ(RenderAt<XmlFormatter>(
+                  0, Struct("T", {{"a", ImpostorValue::New(MetaType::Bool)}, {"b", Int(1)}})),
               "<structure typeName=\"T\">\n"
               "   <field name=\"a\">\n"
               "<!-- Error reading a bool -->\n"
@@ -222,17 +216,17 @@ TEST(XmlFormatterTest, Format_ImpostorField_IsReportedBetweenItsTags) {
 // --- Levels
 
 TEST(XmlFormatterTest, Format_LevelIndentsByThreeColumns) {
-    EXPECT_EQ(XmlAt(-2, Int(5)), "<integer>5</integer>\n");
-    EXPECT_EQ(XmlAt(0, Int(5)), "<integer>5</integer>\n");
-    EXPECT_EQ(XmlAt(1, Bool(true)), "   <boolean>true</boolean>\n");
-    EXPECT_EQ(XmlAt(3, Text("x")), "         <string>x</string>\n");
-    EXPECT_EQ(XmlAt(1, Texts({"x"})), "   <list type=\"string\">\n"
-                                      "         <string>x</string>\n"
-                                      "   </list>\n");
+    EXPECT_EQ(RenderAt<XmlFormatter>(-2, Int(5)), "<integer>5</integer>\n");
+    EXPECT_EQ(RenderAt<XmlFormatter>(0, Int(5)), "<integer>5</integer>\n");
+    EXPECT_EQ(RenderAt<XmlFormatter>(1, Bool(true)), "   <boolean>true</boolean>\n");
+    EXPECT_EQ(RenderAt<XmlFormatter>(3, Text("x")), "         <string>x</string>\n");
+    EXPECT_EQ(RenderAt<XmlFormatter>(1, Texts({"x"})), "   <list type=\"string\">\n"
+                                                       "         <string>x</string>\n"
+                                                       "   </list>\n");
 }
 
 TEST(XmlFormatterTest, Format_EmptyValue_WritesNothing) {
-    EXPECT_EQ(XmlAt(2, nullptr), "");
+    EXPECT_EQ(RenderAt<XmlFormatter>(2, nullptr), "");
 }
 
 // --- Parameters
@@ -286,6 +280,19 @@ TEST(XmlFormatterTest, Format_StylesheetIsNotEscapedInItsInstruction) {
                                   "<?xml-stylesheet type=\"text/xsl\" href=\"x?a=1&b='<%>\"\"?>\n",
                                   "      <meta-data-field name=\"stylesheet\" "
                                   "value=\"x?a=1&amp;b=&apos;&lt;&#37;&gt;&quot;\"/>\n")));
+}
+
+TEST(XmlFormatterTest, Format_EveryByteOfAStylesheetIsWrittenAsItIs) {
+    for (int code = 0; code < 256; ++code) {
+        const std::string sheet{'a', static_cast<char>(code)};
+        EXPECT_EQ(
+            RenderWith<XmlFormatter>(Int(5), {{"stylesheet", sheet}}),
+            Rendering(true, DocumentWithMetaData(
+                                "<?xml-stylesheet type=\"text/xsl\" href=\"" + sheet + "\"?>\n",
+                                "      <meta-data-field name=\"stylesheet\" value=\"" +
+                                    CppTools::AutoCli::SantizeString(sheet) + "\"/>\n")))
+            << "byte " << code;
+    }
 }
 
 TEST(XmlFormatterTest, Format_EmptyStylesheetCountsAsPresent) {
