@@ -67,9 +67,6 @@ std::vector<std::string> SplitLine(const std::string& line) {
             ++start;
         } else if (!inQuotes) {
             words.push_back(WithoutQuotes(line.substr(start, i - start)));
-            while (i + 1 < line.size() && IsBlank(line[i + 1])) {
-                ++i;
-            }
             start = i + 1;
             inWord = false;
         }
@@ -138,7 +135,7 @@ std::vector<std::string> OptionParser::GetCommandParameter(const std::string& na
 }
 
 std::string OptionParser::ToString() {
-    std::string text = std::string("Parsed: ") + (parsed_ ? "1" : "0");
+    std::string text = "Parsed: " + std::to_string(static_cast<int>(parsed_));
     text += "\nDispatcher: " + dispatcher_ + "\nErrors: ";
     for (const auto& error : parseErrors_) {
         text += "\n   " + error;

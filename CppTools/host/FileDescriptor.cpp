@@ -37,15 +37,8 @@ int Pipe::Open() {
     }
     readEnd = FileDescriptor(ends[0]);
     writeEnd = FileDescriptor(ends[1]);
-    int error = MoveAboveStandard(readEnd);
-    if (error == 0) {
-        error = MoveAboveStandard(writeEnd);
-    }
-    if (error != 0) {
-        readEnd.Close();
-        writeEnd.Close();
-    }
-    return error;
+    const int error = MoveAboveStandard(readEnd);
+    return error != 0 ? error : MoveAboveStandard(writeEnd);
 }
 
 } // namespace CppTools::Host

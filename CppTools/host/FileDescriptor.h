@@ -34,7 +34,8 @@ struct Pipe {
     FileDescriptor readEnd;
     FileDescriptor writeEnd;
 
-    /// Opens the pipe; returns 0 or an errno number, with neither end open.
+    /// Opens the pipe; returns 0 or an errno number. After a failure there is nothing to do with
+    /// the pipe but to let it go.
     int Open();
 };
 

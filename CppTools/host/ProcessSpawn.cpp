@@ -59,18 +59,17 @@ std::vector<char*> ArgumentPointers(const std::vector<std::string>& arguments) {
 
 int SpawnProcess(const std::string& program, const std::vector<std::string>& arguments,
                  const StandardDescriptors& descriptors, pid_t& child) {
-    if (HoldsNul(program) || std::any_of(arguments.begin(), arguments.end(), HoldsNul)) {
+    if (std::any_of(arguments.begin(), arguments.end(), HoldsNul)) {
         return EINVAL;
     }
     FileActions actions;
     actions.Duplicate(descriptors.input, STDIN_FILENO);
     actions.Duplicate(descriptors.output, STDOUT_FILENO);
     actions.Duplicate(descriptors.error, STDERR_FILENO);
-    if (actions.Error() != 0) {
-        return actions.Error();
-    }
     const auto pointers = ArgumentPointers(arguments);
-    return posix_spawn(&child, program.c_str(), actions.Get(), nullptr, pointers.data(), environ);
+    return actions.Error() != 0 ? actions.Error()
+                                : posix_spawn(&child, program.c_str(), actions.Get(), nullptr,
+                                              pointers.data(), environ);
 }
 
 std::string StatusText(int error) {

@@ -4,10 +4,12 @@
 #include <tests/support/PseudoTerminal.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <ios>
 #include <sstream>
 #include <string>
 #include <unistd.h>
@@ -166,6 +168,15 @@ TEST_F(CliDispatcherArgvTest, Secret_IsPromptedForAndGiven) {
     EXPECT_EQ(run.err, "");
 }
 
+TEST_F(CliDispatcherArgvTest, Secret_OfALineThatIsWrongAlready_IsPromptedForAllTheSame) {
+    const ChildRun run = Run(
+        {"tandril", "--foo=1", "system", "login", "--text", "-x", "more", "words"}, "hunter2\n");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "Enter value for 'text': \n");
+    EXPECT_EQ(run.err, "Errors: \nUnknown dispatcher parameter: foo\nFound Extra non-parameter "
+                       "arguments at the end of input: 'words' \n");
+}
+
 TEST_F(CliDispatcherArgvTest, Secret_OnALineOfStandardInput_IsTheNextLine) {
     const ChildRun run = Run({"tandril", "--input", "STDIN"},
                              "system login --text\nhunter2\nsystem echo --text=next\n");
@@ -191,6 +202,20 @@ TEST_F(CliDispatcherArgvTest, ResultThatNobodyTakes_IsNoSuccess) {
     const ChildRun run = RunInChild([&] {
         const int full = open("/dev/full", O_WRONLY);
         dup2(full, STDOUT_FILENO);
+        HandleArgv({"tandril", "system", "count"});
+    });
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err,
+              std::string("Unable to write to standard output: ") + std::strerror(ENOSPC) + "\n");
+}
+
+TEST_F(CliDispatcherArgvTest, TextOfTheCStreamThatNobodyTakes_IsNoSuccessEither) {
+    count->SetDefaultOutputFormatter("");
+    const ChildRun run = RunInChild([&] {
+        const int full = open("/dev/full", O_WRONLY);
+        dup2(full, STDOUT_FILENO);
+        std::ios::sync_with_stdio(false);
+        std::fputs("left over", stdout);
         HandleArgv({"tandril", "system", "count"});
     });
     EXPECT_EQ(run.status, 1);

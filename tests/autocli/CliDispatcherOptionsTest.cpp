@@ -1,6 +1,7 @@
 #include "CliDispatcherFixture.h"
 
 #include <tests/support/DescriptorText.h>
+#include <tests/support/LongText.h>
 #include <tests/support/NamedRow.h>
 #include <tests/support/PseudoTerminal.h>
 #include <tests/support/TempDirectory.h>
@@ -17,6 +18,7 @@ using CppTools::AutoCli::OptionParser;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
+using TestSupport::LongText;
 using TestSupport::NamespaceDescriptor;
 using TestSupport::OutdatedDescriptor;
 using TestSupport::OutdatedMessage;
@@ -185,8 +187,14 @@ TEST_F(CliDispatcherOptionsTest, Plugin_ThatFails_DoesNotFailTheLine) {
 
 TEST_F(CliDispatcherOptionsTest, Plugin_OtherException_Passes) {
     OptionParser parser;
-    parser.ParseVector({"--plugin", FAILING_PLUGIN});
+    parser.ParseVector({"--format-param=a=1", "--plugin", FAILING_PLUGIN, "--formatter=xml",
+                        "--screen-width=70", "--foo"});
     EXPECT_THROW(dispatcher.HandleDispatcherOptions(parser, format, output), std::runtime_error);
+    // The steps before the plug-ins were taken, the one behind them was not.
+    EXPECT_THAT(output->GetErrors(), ElementsAre("Unknown dispatcher parameter: foo"));
+    EXPECT_EQ(WidthOf(dispatcher), 70U);
+    EXPECT_EQ(format.GetFormatter(), "xml");
+    EXPECT_THAT(format.GetParameters(), IsEmpty());
 }
 
 TEST_F(CliDispatcherOptionsTest, PluginDirs_ComeBeforePlugins) {
@@ -275,28 +283,28 @@ TEST_F(CliDispatcherOptionsTest, GetDisplayContext_Terminal_TheOverrideReplacesT
 }
 
 struct FormatParamRow : TestSupport::NamedRow {
-    std::string text;
-    std::string key; ///< Empty when the text cannot be read.
-    std::string value;
+    LongText text;
+    LongText key; ///< Empty when the text cannot be read.
+    LongText value;
 };
 
 class FormatParamTest : public CliDispatcherOptionsTest,
                         public testing::WithParamInterface<FormatParamRow> {};
 
 TEST_P(FormatParamTest, HandleDispatcherOptions_ReadsKeyAndValue) {
-    const FormatParamRow& row = GetParam();
-    EXPECT_TRUE(ApplyOptions({"--format-param", row.text}));
-    if (row.key.empty()) {
+    const std::string text = GetParam().text.Build();
+    const std::string key = GetParam().key.Build();
+    EXPECT_TRUE(ApplyOptions({"--format-param", text}));
+    if (key.empty()) {
         EXPECT_THAT(format.GetParameters(), IsEmpty());
-        EXPECT_THAT(output->GetErrors(),
-                    ElementsAre("Unable to read format parameter " + row.text));
+        EXPECT_THAT(output->GetErrors(), ElementsAre("Unable to read format parameter " + text));
     } else {
-        EXPECT_THAT(format.GetParameters(), ElementsAre(Pair(row.key, row.value)));
+        EXPECT_THAT(format.GetParameters(), ElementsAre(Pair(key, GetParam().value.Build())));
         EXPECT_THAT(output->GetErrors(), IsEmpty());
     }
 }
 
-const std::string kMillion(1000000, 'a');
+const LongText kMillion("a", 1000000);
 
 INSTANTIATE_TEST_SUITE_P(
     Values, FormatParamTest,

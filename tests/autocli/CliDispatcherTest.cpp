@@ -1,11 +1,15 @@
 #include "CliDispatcherFixture.h"
 
 #include <CppTools/autocli/CommandInput.h>
+#include <CppTools/autocli/Namespace.h>
+#include <CppTools/metaobj/CppToolException.h>
 #include <tests/support/SpecOnlyCommand.h>
 #include <tests/support/Thrown.h>
+#include <tests/support/VirtualTableSize.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,6 +35,10 @@ TEST_F(CliDispatcherTest, New_IsADispatcherWithTheBuiltInPlugIn) {
     CppTools::AutoCli::CliDispatcher fresh;
     EXPECT_THAT(fresh.GetPluginNames(), ElementsAre("Internal"));
     EXPECT_EQ(fresh.GetRootNamespace()->GetDispatcher(), &fresh);
+}
+
+TEST_F(CliDispatcherTest, Destructor_IsTheOnlyVirtualOperation) {
+    EXPECT_EQ(TestSupport::VirtualTableSizeOf<CppTools::AutoCli::CliDispatcher>(), 2);
 }
 
 TEST_F(CliDispatcherTest, Command_ResultIsPrintedInItsDefaultFormat) {
@@ -151,6 +159,53 @@ TEST_F(CliDispatcherTest, NodeThatOnlyDeclares_FailsWithoutAWord) {
         std::make_shared<TestSupport::SpecOnlyCommand>(), "declared");
     EXPECT_FALSE(Handle({"declared"}));
     EXPECT_EQ(printed.out + printed.err, "");
+}
+
+/// Answers the first questions for its children and fails at all that follow.
+class ForgetfulNamespace : public CppTools::AutoCli::Namespace {
+  public:
+    std::shared_ptr<CppTools::AutoCli::NamespaceNode>
+    ResolveNode(std::list<std::string>& names) override {
+        if (answers == 0) {
+            throw CppTools::CppToolException("forgotten");
+        }
+        --answers;
+        return names.front() == "nobody" ? nullptr : Namespace::ResolveNode(names);
+    }
+
+    int answers = 0;
+};
+
+TEST_F(CliDispatcherTest, PathThatLeadsToNothing_FailsWithoutAWord) {
+    const auto forgetful = std::make_shared<ForgetfulNamespace>();
+    dispatcher.GetRootNamespace()->RegisterNamespaceNode(forgetful, "forgetful");
+    forgetful->answers = 1;
+    EXPECT_FALSE(Handle({"forgetful", "nobody"}));
+    EXPECT_EQ(printed.out + printed.err, "");
+}
+
+TEST_F(CliDispatcherTest, CommandThatIsGoneWhenItIsToBeRun_Fails) {
+    const auto forgetful = std::make_shared<ForgetfulNamespace>();
+    dispatcher.GetRootNamespace()->RegisterNamespaceNode(forgetful, "forgetful");
+    const auto command = TestSupport::ScriptedCommand::Giving(MetaInt::New(7));
+    forgetful->RegisterNamespaceNode(command, "count");
+    forgetful->answers = 1;
+    EXPECT_FALSE(Handle({"--formatter=probe", "forgetful", "count"}));
+    EXPECT_EQ(command->runs, 0);
+    EXPECT_EQ(printed.out, "");
+    EXPECT_EQ(printed.err, "Errors: \nforgotten\nUnable to find command\n");
+}
+
+TEST_F(CliDispatcherTest, CommandThatIsGoneWhenItIsToBeShown_Fails) {
+    const auto forgetful = std::make_shared<ForgetfulNamespace>();
+    dispatcher.GetRootNamespace()->RegisterNamespaceNode(forgetful, "forgetful");
+    const auto command = TestSupport::ScriptedCommand::Giving(MetaInt::New(7));
+    forgetful->RegisterNamespaceNode(command, "count");
+    forgetful->answers = 2;
+    EXPECT_FALSE(Handle({"--formatter=probe", "forgetful", "count"}));
+    EXPECT_EQ(command->runs, 1);
+    EXPECT_EQ(printed.out, "");
+    EXPECT_EQ(printed.err, "Errors: \nforgotten\nUnable to find command\n");
 }
 
 TEST_F(CliDispatcherTest, CommandHelp_IsFormattedAsHelpAndSucceeds) {

@@ -2,6 +2,7 @@
 #include <CppTools/autocli/CommandOutput.h>
 #include <CppTools/autocli/CommandSpec.h>
 #include <CppTools/metaobj/MetaList.h>
+#include <CppTools/metaobj/MetaString.h>
 #include <CppTools/metaobj/MetaStruct.h>
 #include <tests/support/ScriptedCommand.h>
 
@@ -78,6 +79,40 @@ TEST_F(CommandHelpRecordTest, PlainInput_HasNeitherDispatcherNorPath) {
                           "'{'Description' => 'List all :', 'Syntax' => '#  --all', }', "
                           "'Param List' => '") +
                   kHelpEntry + "', }");
+}
+
+TEST_F(CommandHelpRecordTest, CommandInputOfNobodyAndNowhere_HasBothFieldsEmpty) {
+    command->AddExample("--all", "List all");
+    EXPECT_EQ(Record(CommandInput::New())->ToString(),
+              std::string("{'Description' => 'List the zones.', 'Dispatcher' => '', 'Example "
+                          "List' => '{'Description' => 'List all :', 'Syntax' => '#   --all', }', "
+                          "'Param List' => '") +
+                  kHelpEntry + "', 'Path' => '', }");
+}
+
+/// Has its own way of giving its parameters, without the built-in one.
+class HelplessCommand : public ScriptedCommand {
+  public:
+    std::shared_ptr<CppTools::CallSpec::InputSpec> GetInputSpec() override {
+        return GetInputSpecInternal();
+    }
+};
+
+TEST_F(CommandHelpRecordTest, SpecificationWithoutHelp_ListsTheOthersOnly) {
+    HelplessCommand helpless;
+    helpless.parameters = {OptionalParameter("zone", ParameterType::String)};
+    helpless.GenerateHelpOutput(Input::New(), output);
+    EXPECT_EQ(output->GetRootObject()->ToString(),
+              "{'Description' => '', 'Example List' => '', 'Param List' => '{'Description' => '', "
+              "'Name' => 'zone', 'Required' => 'false', 'Secret' => 'false', 'Short Name' => '', "
+              "}', }");
+}
+
+TEST_F(CommandHelpRecordTest, Output_KeepsItsErrorsAndLosesItsResult) {
+    output->AddErrorMessage("earlier");
+    output->SetRootObject(CppTools::MetaObj::MetaString::New("result"));
+    EXPECT_EQ(Record(input)->GetTypeName(), "TandrilCommandHelp");
+    EXPECT_THAT(output->GetErrors(), ElementsAre("earlier"));
 }
 
 TEST_F(CommandHelpRecordTest, Fields_HaveTheKindsOfTheContract) {

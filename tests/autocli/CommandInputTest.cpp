@@ -1,10 +1,13 @@
 #include <CppTools/autocli/CommandInput.h>
 
+#include <tests/support/VirtualTableSize.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <list>
 #include <memory>
 #include <string>
+#include <type_traits>
 
 using CppTools::AutoCli::CommandInput;
 using testing::ElementsAre;
@@ -21,6 +24,11 @@ TEST(CommandInputTest, New_IsEmpty) {
     EXPECT_EQ(input->GetCommandPathString(), "");
     EXPECT_THAT(input->GetParameters(), IsEmpty());
     EXPECT_NE(input, CommandInput::New());
+}
+
+TEST(CommandInputTest, Destructor_IsTheOnlyVirtualOperation) {
+    EXPECT_TRUE(std::has_virtual_destructor_v<CommandInput>);
+    EXPECT_EQ(TestSupport::VirtualTableSizeOf<CommandInput>(), 2);
 }
 
 TEST(CommandInputTest, Input_IsItsBase) {

@@ -1,9 +1,12 @@
 #include <CppTools/autocli/CommandOutput.h>
 
+#include <tests/support/VirtualTableSize.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
+#include <type_traits>
 
 using CppTools::AutoCli::CommandOutput;
 using CppTools::CallSpec::Output;
@@ -17,6 +20,11 @@ TEST(CommandOutputTest, New_IsEmpty) {
     EXPECT_EQ(output->GetRootObject(), nullptr);
     EXPECT_EQ(output->GetOutputType(), Output::OutputType::Result);
     EXPECT_NE(output, CommandOutput::New());
+}
+
+TEST(CommandOutputTest, Destructor_IsTheOnlyVirtualOperation) {
+    EXPECT_TRUE(std::has_virtual_destructor_v<CommandOutput>);
+    EXPECT_EQ(TestSupport::VirtualTableSizeOf<CommandOutput>(), 2);
 }
 
 TEST(CommandOutputTest, Output_IsItsBase) {

@@ -8,6 +8,7 @@
 #include <tests/support/SpecOnlyCommand.h>
 #include <tests/support/Thrown.h>
 #include <tests/support/VirtualSlot.h>
+#include <tests/support/VirtualTableSize.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -70,6 +71,7 @@ TEST_F(CommandSpecTest, VirtualOperations_KeepTheirSlots) {
     EXPECT_EQ(VirtualSlotOf(&CommandSpec::GetType), 13);
     EXPECT_EQ(VirtualSlotOf(&CommandSpec::GetInputSpecInternal), 14);
     EXPECT_EQ(VirtualSlotOf(&CommandSpec::GetOutputSpecInternal), 15);
+    EXPECT_EQ(TestSupport::VirtualTableSizeOf<CommandSpec>(), 16);
 }
 
 TEST_F(CommandSpecTest, Bases_AreTheCallTargetSpecificationAndTheNode) {
@@ -238,6 +240,33 @@ TEST_F(CommandSpecTest, RegisterNamespaceNode_BothForms_AreRefused) {
     EXPECT_EQ(ThrownBy([&] { command->RegisterNamespaceNode(nullptr, "child"); }), refusal);
     EXPECT_EQ(node->GetName(), "");
     EXPECT_EQ(node->GetParent(), nullptr);
+}
+
+/// Takes registrations after all.
+class WelcomingCommand : public TestSupport::SpecOnlyCommand {
+  public:
+    using CommandSpec::RegisterNamespaceNode;
+
+    void RegisterNamespaceNode(Node, std::string name) override { taken = name; }
+
+    std::string taken;
+};
+
+TEST_F(CommandSpecTest, RegisterNamespaceNode_PointerForm_GoesThroughTheVirtualStringForm) {
+    WelcomingCommand welcoming;
+    welcoming.RegisterNamespaceNode(nullptr, "child");
+    EXPECT_EQ(welcoming.taken, "child");
+}
+
+TEST_F(CommandSpecTest, ChildOperations_WithoutAParent_FailForThePath) {
+    const auto loose = ScriptedCommand::New();
+    loose->SetName("loose");
+    const std::string refusal = "GetPathString: Invalid state for Namespace Node with the name "
+                                "'loose' No parent node has been set";
+    EXPECT_EQ(ThrownBy([&] { loose->GetNamespaceNode("child"); }), refusal);
+    EXPECT_EQ(ThrownBy([&] { loose->RegisterNamespaceNode(nullptr, "child"); }), refusal);
+    std::list<std::string> names{"child"};
+    EXPECT_EQ(ThrownBy([&] { loose->ResolveNode(names); }), refusal);
 }
 
 TEST_F(CommandSpecTest, ResolveNode_IsRefusedAndLeavesTheNames) {

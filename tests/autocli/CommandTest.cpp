@@ -7,7 +7,9 @@
 #include <CppTools/metaobj/MetaString.h>
 #include <CppTools/metaobj/MetaStruct.h>
 #include <tests/support/ScriptedCommand.h>
+#include <tests/support/Thrown.h>
 #include <tests/support/VirtualSlot.h>
+#include <tests/support/VirtualTableSize.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -52,7 +54,13 @@ class CommandTest : public testing::Test {
 TEST_F(CommandTest, VirtualOperations_FollowThoseOfTheSpecification) {
     using TestSupport::VirtualSlotOf;
     EXPECT_EQ(VirtualSlotOf(&Command::Execute), 16);
+    EXPECT_EQ(VirtualSlotOf(&Command::GetInputSpec), 2);
+    EXPECT_EQ(VirtualSlotOf(&Command::GetOutputSpec), 3);
+    EXPECT_EQ(VirtualSlotOf(&Command::GetThis), 4);
+    EXPECT_EQ(VirtualSlotOf(&Command::GetType), 13);
+    EXPECT_EQ(VirtualSlotOf(&Command::GetOutputSpecInternal), 15);
     EXPECT_EQ(VirtualSlotOf(&Command::ExecuteInternal), 17);
+    EXPECT_EQ(TestSupport::VirtualTableSizeOf<Command>(), 18);
 }
 
 TEST_F(CommandTest, Execute_ResultOfTheDeclaredShape_IsTheOutput) {
@@ -191,6 +199,32 @@ TEST_F(CommandTest, Execute_ResultThatPassesWithARemark_HasNoError) {
         result->SetRootObject(MetaStruct::New("Disc"));
     };
     command->Execute(input, output);
+    EXPECT_THAT(output->GetErrors(), IsEmpty());
+}
+
+TEST_F(CommandTest, Execute_HelpThatCannotBeBuilt_IsThrown) {
+    command->parameters = {
+        TestSupport::OptionalParameter("help", CppTools::CallSpec::ParameterType::Flag)};
+    input->AddParameter("help", "");
+    EXPECT_EQ(TestSupport::ThrownBy([&] { command->Execute(input, output); }),
+              "Found a duplicate paramater specification for parameter named 'help'");
+    EXPECT_THAT(output->GetErrors(), IsEmpty());
+    EXPECT_EQ(output->GetRootObject(), nullptr);
+    EXPECT_EQ(output->GetOutputType(), Output::OutputType::Result);
+}
+
+/// Cannot say what its result is.
+class UndecidedCommand : public ScriptedCommand {
+  public:
+    std::shared_ptr<CppTools::CallSpec::OutputSpec> GetOutputSpecInternal() override {
+        throw std::runtime_error("undecided");
+    }
+};
+
+TEST_F(CommandTest, Execute_DeclarationOfTheResultThrows_IsThrown) {
+    UndecidedCommand undecided;
+    EXPECT_THROW(undecided.Execute(input, output), std::runtime_error);
+    EXPECT_EQ(undecided.runs, 1);
     EXPECT_THAT(output->GetErrors(), IsEmpty());
 }
 

@@ -103,6 +103,19 @@ TEST_F(DispatcherCommandTest, GetCommand_NodeThatOnlyDeclares_IsEmptyWithoutARea
     EXPECT_THAT(output->GetErrors(), IsEmpty());
 }
 
+/// Is neither a namespace nor a command.
+class OddNode : public Namespace {
+  public:
+    int GetType() override { return 3; }
+};
+
+TEST_F(DispatcherCommandTest, GetCommand_NodeOfAnotherType_IsTakenForANamespace) {
+    dispatcher.GetRootNamespace()->RegisterNamespaceNode(std::make_shared<OddNode>(), "odd");
+    Call({"odd"});
+    EXPECT_EQ(dispatcher.GetCommand(input, output), nullptr);
+    EXPECT_THAT(output->GetErrors(), ElementsAre("Path refers to a namespace, not a command."));
+}
+
 /// Fails to resolve anything.
 class BrokenNamespace : public Namespace {
   public:

@@ -105,6 +105,13 @@ TEST_F(DispatcherLoadingTest, AddPlugin_FailingRegistration_IsThrownWrapped) {
     EXPECT_THAT(Loaded(), ElementsAre("one.xml"));
 }
 
+TEST_F(DispatcherLoadingTest, AddPlugin_LineEndsInsideTheName_DoNotMatter) {
+    CopyLibrary(REGISTERING_PLUGIN, "b\nb.so");
+    dispatcher.AddPlugin(directory / "b\nb.so");
+    dispatcher.AddPlugin(directory.Write("a\na.xml", NamespaceDescriptor("storage")));
+    EXPECT_THAT(Loaded(), ElementsAre("b\nb.so", "a\na.xml"));
+}
+
 struct IgnoredRow : TestSupport::NamedRow {
     std::string file;
 };
@@ -125,7 +132,9 @@ INSTANTIATE_TEST_SUITE_P(
                     IgnoredRow{{"UpperCaseDescriptor"}, "a.XML"},
                     IgnoredRow{{"UpperCaseLibrary"}, "a.SO"},
                     IgnoredRow{{"VersionedLibrary"}, "a.so.1"}, IgnoredRow{{"Backup"}, "a.xml~"},
-                    IgnoredRow{{"LineEndBehind"}, "a.xml\n"}, IgnoredRow{{"NoDot"}, "axml"}),
+                    IgnoredRow{{"LineEndBehind"}, "a.xml\n"}, IgnoredRow{{"NoDot"}, "axml"},
+                    IgnoredRow{{"LibraryOnTheFirstLine"}, "a.so\nb"},
+                    IgnoredRow{{"DescriptorOnTheFirstLine"}, "a.xml\nb"}),
     [](const auto& row) { return row.param.name; });
 
 TEST_F(DispatcherLoadingTest, AddPlugin_NothingBeforeTheExtension_IsIgnored) {

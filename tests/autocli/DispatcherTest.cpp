@@ -7,6 +7,7 @@
 #include <tests/support/ScriptedCommand.h>
 #include <tests/support/ScriptedPlugin.h>
 #include <tests/support/Thrown.h>
+#include <tests/support/VirtualTableSize.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,6 +15,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 using CppTools::CppToolException;
@@ -47,6 +49,11 @@ void RegisterExtra(const std::shared_ptr<Namespace>& root) {
 bool HasExtra(Dispatcher& dispatcher) {
     const auto extra = dispatcher.GetRootNamespace()->GetNamespaceNode("extra");
     return extra && extra->HasNamespaceNode("run");
+}
+
+TEST(DispatcherTest, Destructor_IsTheOnlyVirtualOperation) {
+    EXPECT_TRUE(std::has_virtual_destructor_v<Dispatcher>);
+    EXPECT_EQ(TestSupport::VirtualTableSizeOf<Dispatcher>(), 2);
 }
 
 TEST(DispatcherTest, StartUp_RegistersTheBuiltInPlugIn) {
@@ -213,6 +220,39 @@ TEST(DispatcherTest, HasFormatter_KnownName_IsTheAnswerOfThePlugIn) {
     plugin->deniesFormatters = true;
     EXPECT_FALSE(dispatcher.HasFormatter("csv"));
     EXPECT_EQ(dispatcher.GetFormatter("csv"), nullptr);
+}
+
+TEST(DispatcherTest, GetFormatter_PlugInOffersWhatItDoesNotHave_IsEmpty) {
+    /// Affirms every name.
+    class BoastfulPlugin : public ScriptedPlugin {
+      public:
+        using ScriptedPlugin::ScriptedPlugin;
+
+        bool HasFormatter(const std::string&) override { return true; }
+    };
+
+    Dispatcher dispatcher;
+    const auto plugin =
+        std::make_shared<BoastfulPlugin>("one", ScriptedPlugin::Registration(),
+                                         ScriptedPlugin::FormatterList{FormatterNamed("csv")});
+    dispatcher.RegisterPlugin(plugin);
+    plugin->formatters.clear();
+    EXPECT_TRUE(dispatcher.HasFormatter("csv"));
+    EXPECT_EQ(dispatcher.GetFormatter("csv"), nullptr);
+    EXPECT_FALSE(dispatcher.HasFormatter("yaml"));
+}
+
+TEST(DispatcherTest, GetFormatters_AsksForTheFormatterAlone) {
+    Dispatcher dispatcher;
+    const auto csv = FormatterNamed("csv");
+    const auto plugin = ScriptedPlugin::New("one", {}, {csv});
+    dispatcher.RegisterPlugin(plugin);
+    plugin->deniesFormatters = true;
+    const auto formatters = dispatcher.GetFormatters();
+    EXPECT_EQ(formatters.at(1), csv);
+    EXPECT_EQ(formatters.capacity(), 7U);
+    plugin->formatters.clear();
+    EXPECT_EQ(dispatcher.GetFormatters().at(1), nullptr);
 }
 
 TEST(DispatcherTest, GetFormatter_IsFetchedFromThePlugInEachTime) {

@@ -1,5 +1,6 @@
 #include <CppTools/autocli/NamespaceNode.h>
 
+#include <tests/support/LongText.h>
 #include <tests/support/NamedRow.h>
 
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@
 #include <vector>
 
 using CppTools::AutoCli::AutoCli_IsValidName;
+using TestSupport::LongText;
 
 namespace {
 
@@ -55,42 +57,34 @@ TEST(NameRuleTest, IsValidName_EveryByteBehindALowerCaseLetter_OnlyLettersAndDig
 }
 
 struct NameRow : TestSupport::NamedRow {
-    std::string word;
+    LongText word;
     bool valid;
 };
 
 class NameRuleRowTest : public testing::TestWithParam<NameRow> {};
 
 TEST_P(NameRuleRowTest, IsValidName) {
-    EXPECT_EQ(AutoCli_IsValidName(GetParam().word), GetParam().valid);
-}
-
-std::string Repeated(const std::string& part, std::size_t times) {
-    std::string text;
-    text.reserve(part.size() * times);
-    for (std::size_t i = 0; i < times; ++i) {
-        text += part;
-    }
-    return text;
+    EXPECT_EQ(AutoCli_IsValidName(GetParam().word.Build()), GetParam().valid);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Names, NameRuleRowTest,
-    testing::Values(
-        NameRow{{"CamelCase"}, "fooBar", true}, NameRow{{"EndsInDigit"}, "get2", true},
-        NameRow{{"EndsInUpperCase"}, "fooB", true}, NameRow{{"DigitFirst"}, "2get", true},
-        NameRow{{"UpperCaseBehindDigit"}, "get2X", true},
-        NameRow{{"DigitBetweenUpperCase"}, "fooB1C", true},
-        NameRow{{"UpperCaseFirst"}, "FooBar", false},
-        NameRow{{"TwoUpperCaseInARow"}, "fooBAR", false}, NameRow{{"Dash"}, "foo-bar", false},
-        NameRow{{"Empty"}, "", false}, NameRow{{"LineEndBehind"}, "foo\n", false},
-        NameRow{{"NulInside"}, std::string("fo\0o", 4), false},
-        NameRow{{"MillionLowerCase"}, std::string(kMillion, 'a'), true},
-        NameRow{{"MillionDigits"}, std::string(kMillion, '7'), true},
-        NameRow{{"MillionCamels"}, Repeated("aB", kMillion / 2), true},
-        NameRow{{"MillionAndADash"}, std::string(kMillion - 1, 'a') + "-", false},
-        NameRow{{"MillionCamelsAndADash"}, Repeated("aB", kMillion / 2) + "-", false},
-        NameRow{{"MillionAndTwoUpperCase"}, std::string(kMillion - 2, 'a') + "BB", false}),
+    testing::Values(NameRow{{"CamelCase"}, "fooBar", true}, NameRow{{"EndsInDigit"}, "get2", true},
+                    NameRow{{"EndsInUpperCase"}, "fooB", true},
+                    NameRow{{"DigitFirst"}, "2get", true},
+                    NameRow{{"UpperCaseBehindDigit"}, "get2X", true},
+                    NameRow{{"DigitBetweenUpperCase"}, "fooB1C", true},
+                    NameRow{{"UpperCaseFirst"}, "FooBar", false},
+                    NameRow{{"TwoUpperCaseInARow"}, "fooBAR", false},
+                    NameRow{{"Dash"}, "foo-bar", false}, NameRow{{"Empty"}, "", false},
+                    NameRow{{"LineEndBehind"}, "foo\n", false},
+                    NameRow{{"NulInside"}, std::string("fo\0o", 4), false},
+                    NameRow{{"MillionLowerCase"}, LongText("a", kMillion), true},
+                    NameRow{{"MillionDigits"}, LongText("7", kMillion), true},
+                    NameRow{{"MillionCamels"}, LongText("aB", kMillion / 2), true},
+                    NameRow{{"MillionAndADash"}, LongText("a", kMillion - 1) + "-", false},
+                    NameRow{{"MillionCamelsAndADash"}, LongText("aB", kMillion / 2) + "-", false},
+                    NameRow{{"MillionAndTwoUpperCase"}, LongText("a", kMillion - 2) + "BB", false}),
     [](const auto& row) { return row.param.name; });
 
 } // namespace

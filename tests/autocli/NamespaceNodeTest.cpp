@@ -5,6 +5,7 @@
 #include <tests/support/ScriptedCommand.h>
 #include <tests/support/Thrown.h>
 #include <tests/support/VirtualSlot.h>
+#include <tests/support/VirtualTableSize.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -75,6 +76,7 @@ TEST_F(NamespaceNodeTest, VirtualOperations_KeepTheirSlots) {
     EXPECT_EQ(VirtualSlotOf(&NamespaceNode::GetDispatcher), 14);
     EXPECT_EQ(VirtualSlotOf(&NamespaceNode::SetParent), 15);
     EXPECT_EQ(VirtualSlotOf(&NamespaceNode::GetParent), 16);
+    EXPECT_EQ(TestSupport::VirtualTableSizeOf<NamespaceNode>(), 17);
 }
 
 TEST_F(NamespaceNodeTest, SetName_ValidName_IsStored) {

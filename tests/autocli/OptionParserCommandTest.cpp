@@ -109,6 +109,24 @@ TEST_F(OptionParserCommandTest, SpecificationAfterTheFirstQuestion_ComesTooLate)
     EXPECT_THAT(parser.GetParseErrors(), IsEmpty());
 }
 
+TEST_F(OptionParserCommandTest, EmptySpecification_IsNone) {
+    Parse({"--count"});
+    parser.SetInputSpec(nullptr);
+    EXPECT_THAT(parser.GetCommandParameters(), ElementsAre(Pair("count", "")));
+    EXPECT_THAT(parser.GetParseErrors(), IsEmpty());
+}
+
+TEST_F(OptionParserCommandTest, SpecificationBeforeTheLine_HoldsForTheDispatcherOptionsToo) {
+    parser.SetInputSpec(inputSpec);
+    parser.ParseVector({"--count", "--verbose", "--speed", "-c=1", "list", "--zones"});
+    EXPECT_THAT(parser.GetDispatcherParameters(),
+                ElementsAre(Pair("count", ""), Pair("verbose", ""), Pair("speed", "-c=1")));
+    EXPECT_THAT(parser.GetParseErrors(), ElementsAre("--count must have value"));
+    EXPECT_THAT(parser.GetCommandParameters(), ElementsAre(Pair("zones", "")));
+    EXPECT_THAT(parser.GetParseErrors(),
+                ElementsAre("--count must have value", "--zones must have value"));
+}
+
 TEST_F(OptionParserCommandTest, DispatcherOptions_NeedNoValue) {
     parser.ParseVector({"--count", "-v"});
     parser.SetInputSpec(inputSpec);

@@ -1,5 +1,6 @@
 #include <CppTools/autocli/OptionParser.h>
 
+#include <tests/support/LongText.h>
 #include <tests/support/NamedRow.h>
 
 #include <gmock/gmock.h>
@@ -12,27 +13,33 @@ using CppTools::AutoCli::OptionParser;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
+using TestSupport::LongText;
 
 namespace {
 
 struct LineRow : TestSupport::NamedRow {
-    std::string line;
-    std::list<std::string> words; ///< None of them is shaped like an option.
+    LongText line;
+    std::list<LongText> words; ///< None of them is shaped like an option.
 };
 
 class OptionParserLineTest : public testing::TestWithParam<LineRow> {};
 
 TEST_P(OptionParserLineTest, ParseString_SplitsTheLine) {
+    std::list<std::string> words;
+    for (const LongText& word : GetParam().words) {
+        words.push_back(word.Build());
+    }
     OptionParser parser;
-    EXPECT_EQ(parser.ParseString(GetParam().line), GetParam().words.empty());
-    EXPECT_EQ(parser.GetCommandPath(), GetParam().words);
+    EXPECT_EQ(parser.ParseString(GetParam().line.Build()), words.empty());
+    EXPECT_EQ(parser.GetCommandPath(), words);
 }
 
 std::string RowName(const testing::TestParamInfo<LineRow>& row) {
     return row.param.name;
 }
 
-const std::string kLong(500000, 'a');
+const LongText kLong("a", 500000);
+const LongText kLongBlank(" ", 500000);
 
 INSTANTIATE_TEST_SUITE_P(
     Blanks, OptionParserLineTest,
@@ -48,9 +55,7 @@ INSTANTIATE_TEST_SUITE_P(
                     LineRow{{"LineEndsAreNoBlanks"}, "a\n\vb\f", {"a\n\vb\f"}},
                     LineRow{{"Utf8"}, "\xc3\xa4 \xe2\x82\xac", {"\xc3\xa4", "\xe2\x82\xac"}},
                     LineRow{{"LongWords"}, kLong + " " + kLong, {kLong, kLong}},
-                    LineRow{{"LongBlanks"},
-                            std::string(500000, ' ') + "a" + std::string(500000, ' ') + "b",
-                            {"a", "b"}}),
+                    LineRow{{"LongBlanks"}, kLongBlank + "a" + kLongBlank + "b", {"a", "b"}}),
     RowName);
 
 INSTANTIATE_TEST_SUITE_P(
@@ -73,7 +78,12 @@ INSTANTIATE_TEST_SUITE_P(
                     LineRow{{"SingleQuotesAreOrdinary"}, "'a b'", {"'a", "b'"}},
                     LineRow{{"QuoteStartsNoWord"}, "\"  a\" b", {" a", "b"}},
                     LineRow{{"BlankBehindEmptyQuotes"}, "\"\" a", {" a"}},
-                    LineRow{{"EmptyQuotesBetweenWords"}, "a \"\" b", {"a", " b"}}),
+                    LineRow{{"EmptyQuotesBetweenWords"}, "a \"\" b", {"a", " b"}},
+                    LineRow{{"EmptyQuotesAndABlankAtTheEnd"}, "a \"\" ", {"a", " "}},
+                    LineRow{{"EmptyQuotesAndABlankAlone"}, "\"\" ", {" "}},
+                    LineRow{{"BlankBehindALoneQuote"}, "\" ", {" "}},
+                    LineRow{{"BlankBeforeEmptyQuotes"}, " \"\"", {}},
+                    LineRow{{"SeveralBlanksBehindALoneQuote"}, "\"  a", {" a"}}),
     RowName);
 
 INSTANTIATE_TEST_SUITE_P(
@@ -91,6 +101,7 @@ INSTANTIATE_TEST_SUITE_P(
                     LineRow{{"HashBehindAQuoteAtTheStart"}, "\"#a b\"", {}},
                     LineRow{{"HashBehindEmptyQuotes"}, "\"\"#a", {}},
                     LineRow{{"HashBehindAQuoteInsideAWord"}, "a\"#b c\"", {"a#b c"}},
+                    LineRow{{"HashBehindAQuoteAndABlank"}, "\" #a\" b", {}},
                     LineRow{{"HashLaterInQuotes"}, "\"a # b\" c", {"a # b", "c"}},
                     LineRow{{"CommentBehindQuotes"}, "\"a b\" # \"c", {"a b"}}),
     RowName);

@@ -5,6 +5,7 @@
 #include <tests/support/PseudoTerminal.h>
 #include <tests/support/ScriptedCommand.h>
 
+#include <array>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <iostream>
@@ -192,6 +193,41 @@ TEST(OptionParserSecretTest, OnATerminal_TerminationRestoresTheEchoAndEndsThePro
     EXPECT_TRUE(terminal.Echoes());
 }
 
+TEST(OptionParserSecretTest, OnATerminal_ThePromptStandsThereBeforeAnythingIsRead) {
+    PseudoTerminal terminal;
+    const pid_t child = terminal.Start([] {
+        std::cin.tie(nullptr);
+        ParseAndPrint({"login", "--password"});
+    });
+    terminal.AwaitSilence();
+    kill(child, SIGTERM);
+    EXPECT_EQ(StatusOf(child), -SIGTERM);
+    EXPECT_EQ(terminal.ReadRest(), "Enter value for 'password': ");
+}
+
+void HandleNothing(int /*signal*/) {}
+
+TEST(OptionParserSecretTest, OnATerminal_TheSignalHandlersAreAsBeforeAfterwards) {
+    PseudoTerminal terminal;
+    const pid_t child = terminal.Start([] {
+        constexpr std::array<int, 5> signals = {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGTSTP};
+        for (const int signal : signals) {
+            std::signal(signal, HandleNothing);
+        }
+        OptionParser::GetSilentString();
+        for (const int signal : signals) {
+            struct sigaction action {};
+
+            sigaction(signal, nullptr, &action);
+            std::cout << (action.sa_handler == HandleNothing ? "kept " : "lost ");
+        }
+    });
+    terminal.AwaitSilence();
+    terminal.Type("hunter2\n");
+    EXPECT_EQ(StatusOf(child), 0);
+    EXPECT_EQ(terminal.ReadRest(), "kept kept kept kept kept ");
+}
+
 /// Runs `body` as the foreground job of a shell that reports when the job was stopped, wakes it,
 /// and waits for its end.
 template <typename Body>
@@ -228,6 +264,20 @@ TEST(OptionParserSecretTest, OnATerminal_SuspensionRestoresTheEchoUntilItIsConti
     EXPECT_EQ(StatusOf(shell), 0);
     EXPECT_EQ(before + terminal.ReadRest(),
               "Enter value for 'password': stopped, echoing\n\npassword='hunter2'\n");
+}
+
+TEST(OptionParserSecretTest, OnATerminal_InterruptAfterASuspensionRestoresTheEchoToo) {
+    PseudoTerminal terminal;
+    const pid_t shell = terminal.Start([] {
+        RunAsJob([] { ParseAndPrint({"login", "--password"}); });
+    });
+    terminal.AwaitSilence();
+    terminal.Type("\x1a");
+    terminal.ReadUntil("echoing\n");
+    terminal.AwaitSilence();
+    terminal.Type("\x03");
+    EXPECT_EQ(StatusOf(shell), 0);
+    EXPECT_TRUE(terminal.Echoes());
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include <CppTools/autocli/OptionParser.h>
 
+#include <tests/support/LongText.h>
 #include <tests/support/NamedRow.h>
 
 #include <array>
@@ -12,29 +13,30 @@ using CppTools::AutoCli::OptionParser;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
+using TestSupport::LongText;
 
 namespace {
 
 struct WordRow : TestSupport::NamedRow {
-    std::string word;
+    LongText word;
     bool option;
 };
 
 class OptionWordTest : public testing::TestWithParam<WordRow> {};
 
 TEST_P(OptionWordTest, IsParameter) {
-    EXPECT_EQ(OptionParser::IsParameter(GetParam().word), GetParam().option);
+    EXPECT_EQ(OptionParser::IsParameter(GetParam().word.Build()), GetParam().option);
 }
 
 TEST_P(OptionWordTest, ParseVector_TakesOptionsAndLeavesTheRestToThePath) {
     OptionParser parser;
-    parser.ParseVector({GetParam().word});
+    parser.ParseVector({GetParam().word.Build()});
     EXPECT_EQ(parser.GetDispatcherParameters().size(), GetParam().option ? 1U : 0U);
     EXPECT_EQ(parser.GetCommandPath().size(), GetParam().option ? 0U : 1U);
     EXPECT_THAT(parser.GetParseErrors(), IsEmpty());
 }
 
-const std::string kMillion(1000000, 'a');
+const LongText kMillion("a", 1000000);
 
 INSTANTIATE_TEST_SUITE_P(Options, OptionWordTest,
                          testing::Values(WordRow{{"LowerCaseLetter"}, "-a", true},
