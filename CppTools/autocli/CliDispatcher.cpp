@@ -7,13 +7,12 @@
 #include <CppTools/autocli/RootNamespace.h>
 #include <CppTools/autocli/formatters/CliDispatcherHelpFormatter.h>
 #include <CppTools/autocli/formatters/DisplayContext.h>
+#include <CppTools/host/Pattern.h>
 #include <CppTools/host/ProcessSpawn.h>
 #include <CppTools/host/Terminal.h>
 #include <CppTools/metaobj/CppToolException.h>
 #include <CppTools/metaobj/MetaList.h>
 #include <CppTools/metaobj/MetaStruct.h>
-
-#include <boost/regex.hpp>
 
 #include <algorithm>
 #include <array>
@@ -77,11 +76,10 @@ void SetFormatter(const std::vector<std::string>& values, FormatParameters& form
 
 void SetFormatParameters(const std::vector<std::string>& values, FormatParameters& format,
                          CallSpec::Output& output) {
-    static const boost::regex keyAndValue("^([a-zA-Z0-9 .\\-:]+)=(.+)$");
+    static const Host::Pattern keyAndValue("^([a-zA-Z0-9 .\\-:]+)=(.+)$");
     for (const auto& value : values) {
-        boost::smatch match;
-        if (boost::regex_match(value, match, keyAndValue)) {
-            format.SetParameter(match.str(1), match.str(2));
+        if (const auto groups = keyAndValue.GroupsOf(value)) {
+            format.SetParameter(groups->at(0), groups->at(1));
         } else {
             output.AddErrorMessage("Unable to read format parameter " + value);
         }

@@ -10,9 +10,8 @@
 #include <CppTools/callspec/InputSpec.h>
 #include <CppTools/host/Directory.h>
 #include <CppTools/host/FeatureStates.h>
+#include <CppTools/host/Pattern.h>
 #include <CppTools/metaobj/CppToolException.h>
-
-#include <boost/regex.hpp>
 
 #include <algorithm>
 #include <iostream>
@@ -30,12 +29,12 @@ std::string RegistrationFailed(const std::string& plugin, const std::string& rea
 
 /// The kind of plug-in that a file name stands for; empty when it stands for none.
 std::shared_ptr<Plugin> NewPluginForFile(const std::string& path) {
-    static const boost::regex sharedLibrary(".+\\.so$");
-    static const boost::regex descriptor(".+\\.xml$");
-    if (boost::regex_match(path, sharedLibrary)) {
+    static const Host::Pattern sharedLibrary(".+\\.so$");
+    static const Host::Pattern descriptor(".+\\.xml$");
+    if (sharedLibrary.Matches(path)) {
         return SharedLibraryPlugin::New(path);
     }
-    if (boost::regex_match(path, descriptor)) {
+    if (descriptor.Matches(path)) {
         return XmlPlugin::New(path);
     }
     return nullptr;

@@ -1,9 +1,9 @@
 #include <CppTools/autocli/OptionParser.h>
 #include <CppTools/callspec/InputSpec.h>
+#include <CppTools/host/Pattern.h>
 #include <CppTools/host/Terminal.h>
 
 #include <boost/algorithm/string/erase.hpp>
-#include <boost/regex.hpp>
 
 #include <algorithm>
 #include <cctype>
@@ -154,8 +154,8 @@ std::string OptionParser::GetSilentString() {
 }
 
 bool OptionParser::IsParameter(const std::string& word) {
-    static const boost::regex option("^(-[a-zA-Z]|--([a-zA-Z][a-zA-Z0-9-]+)(=.+)?)$");
-    return boost::regex_match(word, option);
+    static const Host::Pattern option("^(-[a-zA-Z]|--([a-zA-Z][a-zA-Z0-9-]+)(=.+)?)$");
+    return option.Matches(word);
 }
 
 void OptionParser::ParseStack(WordStack& stack) {
@@ -193,18 +193,18 @@ OptionParser::Parameters OptionParser::ParseParameters(WordStack& stack) {
 }
 
 bool OptionParser::ParseParameter(const std::string& word, std::string& name, std::string& value) {
-    static const boost::regex shortOption("^-([a-zA-Z])$");
-    static const boost::regex longOption("^--([a-zA-Z][a-zA-Z0-9-]+)$");
-    static const boost::regex optionWithValue("^--([a-zA-Z][a-zA-Z0-9-]+)=(.+)$");
-    boost::smatch match;
-    if (boost::regex_match(word, match, shortOption) ||
-        boost::regex_match(word, match, longOption)) {
-        name = match.str(1);
-        return false;
+    static const Host::Pattern shortOption("^-([a-zA-Z])$");
+    static const Host::Pattern longOption("^--([a-zA-Z][a-zA-Z0-9-]+)$");
+    static const Host::Pattern optionWithValue("^--([a-zA-Z][a-zA-Z0-9-]+)=(.+)$");
+    for (const auto* bareOption : {&shortOption, &longOption}) {
+        if (const auto groups = bareOption->GroupsOf(word)) {
+            name = groups->at(0);
+            return false;
+        }
     }
-    if (boost::regex_match(word, match, optionWithValue)) {
-        name = match.str(1);
-        value = match.str(2);
+    if (const auto groups = optionWithValue.GroupsOf(word)) {
+        name = groups->at(0);
+        value = groups->at(1);
         return true;
     }
     parseErrors_.push_back("Attempt to parse option failed.  Input was : " + word);

@@ -1,19 +1,16 @@
 #include <CppTools/callspec/Output.h>
 #include <CppTools/callspec/ParameterConstraint.h>
 #include <CppTools/callspec/ParameterSpec.h>
+#include <CppTools/host/Pattern.h>
 #include <CppTools/metaobj/CppToolException.h>
 
 #include <boost/algorithm/string/join.hpp>
-#include <boost/regex.hpp>
 
 #include <algorithm>
 #include <iterator>
+#include <stdexcept>
 
 namespace CppTools::CallSpec {
-
-struct ParameterConstraint::CompiledRegex {
-    boost::regex expression;
-};
 
 namespace {
 
@@ -157,12 +154,11 @@ bool ParameterConstraint::ValidateInt(const std::string& value, const std::strin
 
 bool ParameterConstraint::MatchesRegex(const std::string& value) const {
     if (!compiledRegex_) {
-        compiledRegex_ =
-            std::make_unique<const CompiledRegex>(CompiledRegex{boost::regex(stringRegex_)});
+        compiledRegex_ = std::make_unique<const Host::Pattern>(stringRegex_);
     }
     try {
-        return boost::regex_match(value, compiledRegex_->expression);
-    } catch (const boost::regex_error&) {
+        return compiledRegex_->Matches(value);
+    } catch (const std::runtime_error&) {
         // The matcher gave up on this value; what cannot be shown to match is refused.
         return false;
     }

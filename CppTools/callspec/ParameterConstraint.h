@@ -7,6 +7,10 @@
 #include <string>
 #include <vector>
 
+namespace CppTools::Host {
+class Pattern;
+}
+
 /// Call specifications: what a command takes and gives, and the input and output of one call.
 namespace CppTools::CallSpec {
 
@@ -79,8 +83,6 @@ class CPPTOOLS_EXPORT ParameterConstraint {
                   const std::shared_ptr<Output>& output) const;
 
   private:
-    struct CompiledRegex;
-
     bool ValidateInt(const std::string& value, const std::string& parameterName,
                      Output& output) const;
     bool MatchesRegex(const std::string& value) const;
@@ -92,7 +94,7 @@ class CPPTOOLS_EXPORT ParameterConstraint {
     std::vector<std::string> stringEnum_;
     std::map<std::string, std::string> stringEnumDescriptions_;
     std::string stringRegex_;
-    mutable std::unique_ptr<const CompiledRegex> compiledRegex_;
+    mutable std::unique_ptr<const Host::Pattern> compiledRegex_;
 };
 
 } // namespace CppTools::CallSpec

@@ -1,10 +1,10 @@
 #include <CppTools/callspec/Output.h>
 #include <CppTools/callspec/ParameterSpec.h>
 #include <CppTools/callspec/ValueReading.h>
+#include <CppTools/host/Pattern.h>
 #include <CppTools/metaobj/CppToolException.h>
 
 #include <boost/algorithm/string/replace.hpp>
-#include <boost/regex.hpp>
 
 #include <cctype>
 
@@ -13,8 +13,8 @@ namespace CppTools::CallSpec {
 namespace {
 
 bool IsValidParameterName(const std::string& name) {
-    static const boost::regex pattern("[a-z0-9-]+");
-    return boost::regex_match(name, pattern);
+    static const Host::Pattern pattern("[a-z0-9-]+");
+    return pattern.Matches(name);
 }
 
 bool IsAlphanumeric(char character) {

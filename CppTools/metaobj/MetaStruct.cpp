@@ -1,9 +1,8 @@
+#include <CppTools/host/Pattern.h>
 #include <CppTools/metaobj/CppToolException.h>
 #include <CppTools/metaobj/MetaStruct.h>
 #include <CppTools/metaobj/Mismatch.h>
 #include <CppTools/metaobj/PlainText.h>
-
-#include <boost/regex.hpp>
 
 namespace CppTools::MetaObj {
 
@@ -14,8 +13,8 @@ const std::string _docMissingStaticString = "Documentation missing";
 } // namespace
 
 bool IsValidStructName(const std::string& name) {
-    static const boost::regex pattern("[a-zA-Z0-9]+");
-    return boost::regex_match(name, pattern);
+    static const Host::Pattern pattern("[a-zA-Z0-9]+");
+    return pattern.Matches(name);
 }
 
 bool IsValidFieldName(const std::string& /*name*/) {

@@ -4,9 +4,9 @@
 #include <CppTools/autocli/formatters/SimpleFormatter.h>
 #include <CppTools/autocli/formatters/ValueDispatch.h>
 #include <CppTools/callspec/Output.h>
+#include <CppTools/host/Pattern.h>
 
 #include <boost/algorithm/string/replace.hpp>
-#include <boost/regex.hpp>
 
 #include <algorithm>
 #include <iomanip>
@@ -42,15 +42,14 @@ int AlignmentWidth(const std::vector<std::string>& names, const FormatParameters
 
 /// The header with the field that its last pair of percent signs names put in.
 std::string HeaderText(const MetaStruct& st, const FormatParameters& params) {
-    static const boost::regex fieldTag(".*%(.+)%.*");
+    static const Host::Pattern fieldTag(".*%(.+)%.*");
     const std::string key = "header:" + st.GetTypeName();
     if (!params.HasParameter(key)) {
         return st.GetTypeName();
     }
     std::string header = params.GetParameter(key);
-    boost::smatch match;
-    if (boost::regex_match(header, match, fieldTag)) {
-        const std::string name = match.str(1);
+    if (const auto groups = fieldTag.GroupsOf(header)) {
+        const std::string& name = groups->front();
         if (const auto field = st.GetField(name)) {
             boost::algorithm::replace_all(header, "%" + name + "%", field->ToString());
         }

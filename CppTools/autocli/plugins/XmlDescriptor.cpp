@@ -120,10 +120,12 @@ std::shared_ptr<ParameterConstraint> BuildRegex(_xmlNode* element) {
 }
 
 std::shared_ptr<ParameterConstraint> BuildRange(_xmlNode* element) {
+    const std::string minText = XmlUtil_ExtractAttribute(element, "min");
+    const std::string maxText = XmlUtil_ExtractAttribute(element, "max");
     long min = 0;
     long max = 0;
-    if (!CallSpec::ReadLeadingInteger(XmlUtil_ExtractAttribute(element, "min"), min) ||
-        !CallSpec::ReadLeadingInteger(XmlUtil_ExtractAttribute(element, "max"), max)) {
+    if (!CallSpec::ReadLeadingInteger(minText, min) ||
+        !CallSpec::ReadLeadingInteger(maxText, max)) {
         throw CppToolException("Error parsing 'range' parameter constraint.  Range requires both "
                                "'min' and 'max' attributes and that both are integers.");
     }
