@@ -21,3 +21,23 @@ else()
                              INTERFACE $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
   target_link_options(CppToolsBuildFlags INTERFACE -Wl,--no-undefined)
 endif()
+
+# The standard headers that most sources include, parsed once for each target. Not under the
+# sanitizers, so that one build tells whether each source includes what it uses.
+function(cpptools_precompile_standard_headers target)
+  if(NOT CPPTOOLS_SANITIZE)
+    target_precompile_headers(
+      ${target}
+      PRIVATE
+      <algorithm>
+      <array>
+      <functional>
+      <ostream>
+      <map>
+      <memory>
+      <optional>
+      <string>
+      <vector>
+      ${ARGN})
+  endif()
+endfunction()

@@ -4,9 +4,11 @@
 set -eu
 
 packages="
+    abigail-tools
     clang-format
     cmake
     g++
+    gcovr
     googletest
     libboost1.81-dev
     libgmock-dev

@@ -21,7 +21,7 @@ using TestSupport::Value;
 using TestSupport::ValueGenerator;
 using Messages = std::vector<std::string>;
 
-constexpr int kRounds = 300;
+constexpr int kComparisons = 300;
 
 /// What a comparison answers, and what it says.
 struct Verdict {
@@ -94,14 +94,14 @@ class ComparisonPropertyTest : public TestSupport::SeededTest {
 };
 
 TEST_P(ComparisonPropertyTest, EveryValueHasItsOwnShape) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kComparisons; ++round) {
         const Value value = values_.Any();
         ASSERT_EQ(Compare(value, value), kSame) << value->ToString();
     }
 }
 
 TEST_P(ComparisonPropertyTest, ContentsDoNotMatter) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kComparisons; ++round) {
         const Value value = values_.Any();
         const Value other = values_.Like(value);
         ASSERT_EQ(Compare(value, other), kSame) << value->ToString() << "\n" << other->ToString();
@@ -110,7 +110,7 @@ TEST_P(ComparisonPropertyTest, ContentsDoNotMatter) {
 }
 
 TEST_P(ComparisonPropertyTest, AStructureBuiltFromADefinitionMatchesIt) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kComparisons; ++round) {
         const Record definition = values_.Structure();
         const Record built = values_.BuiltFrom(definition);
         ASSERT_EQ(Compare(definition, built), kSame) << definition->ToString();
@@ -119,7 +119,7 @@ TEST_P(ComparisonPropertyTest, AStructureBuiltFromADefinitionMatchesIt) {
 }
 
 TEST_P(ComparisonPropertyTest, AnAlteredShapeIsRefusedFromEitherSide) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kComparisons; ++round) {
         const Value value = values_.Any();
         const Value altered = Altered(value);
         ASSERT_FALSE(Compare(value, altered).same) << value->ToString();
@@ -128,7 +128,7 @@ TEST_P(ComparisonPropertyTest, AnAlteredShapeIsRefusedFromEitherSide) {
 }
 
 TEST_P(ComparisonPropertyTest, MessagesChangeNothingAndNoRefusalIsSilent) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kComparisons; ++round) {
         const Value value = values_.Any();
         const Value other = Random().Chance(50) ? values_.Any() : Altered(value);
         const Verdict verdict = Compare(value, other);
@@ -138,7 +138,7 @@ TEST_P(ComparisonPropertyTest, MessagesChangeNothingAndNoRefusalIsSilent) {
 }
 
 TEST_P(ComparisonPropertyTest, BothSidesGiveOneVerdict) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kComparisons; ++round) {
         const Value value = values_.Any();
         const Value other = values_.Any();
         ASSERT_EQ(Compare(value, other).same, Compare(other, value).same)
@@ -148,7 +148,7 @@ TEST_P(ComparisonPropertyTest, BothSidesGiveOneVerdict) {
 }
 
 TEST_P(ComparisonPropertyTest, AListTakesWhatHasTheShapeOfItsTemplateAndNothingElse) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kComparisons; ++round) {
         const Record pattern = values_.Structure();
         const auto list = MetaList::New(MetaType::Struct, pattern);
         Messages messages;

@@ -23,7 +23,7 @@ using TestSupport::RandomTree;
 using TestSupport::SeedName;
 using TestSupport::ThrownBy;
 
-constexpr int kRounds = 60;
+constexpr int kDescriptors = 60;
 
 class DescriptorPropertyTest : public TestSupport::SeededTest {
   protected:
@@ -120,13 +120,13 @@ TEST_P(DescriptorPropertyTest, TopNamespaceOfTheSameDescription_IsShared) {
 }
 
 TEST_P(DescriptorPropertyTest, CommandAtATakenPath_LeavesNoTrace) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kDescriptors && !HasFatalFailure(); ++round) {
         RefuseBecauseOf(commands_, CommandElementAt(tree_.AnyNode()->GetPathString('.')));
     }
 }
 
 TEST_P(DescriptorPropertyTest, NamespaceAtATakenPath_LeavesNoTrace) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kDescriptors && !HasFatalFailure(); ++round) {
         // A namespace at the top may be shared, but not under another description.
         const std::string path = tree_.AnyNode()->GetPathString('.');
         RefuseBecauseOf(namespaces_, NamespaceElement(path, "Of another kind."));
@@ -144,7 +144,7 @@ TEST_P(DescriptorPropertyTest, InnerNamespaceOfTheSameDescription_LeavesNoTrace)
 }
 
 TEST_P(DescriptorPropertyTest, EntryBelowACommand_LeavesNoTrace) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kDescriptors && !HasFatalFailure(); ++round) {
         const std::string path = tree_.AnyCommand()->GetPathString('.') + ".below";
         if (Random().Chance(50)) {
             RefuseBecauseOf(namespaces_, NamespaceElement(path, "Homeless."));
@@ -155,7 +155,7 @@ TEST_P(DescriptorPropertyTest, EntryBelowACommand_LeavesNoTrace) {
 }
 
 TEST_P(DescriptorPropertyTest, EntryThatCannotBeRead_LeavesNoTrace) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kDescriptors && !HasFatalFailure(); ++round) {
         TestSupport::CommandPieces pieces;
         pieces.attributes = "path=\"fresh.bad\"";
         (Random().Chance(50) ? pieces.execute : pieces.inputSpec) = "";

@@ -20,7 +20,7 @@ using TestSupport::BothSeeds;
 using TestSupport::SeedName;
 using TestSupport::TextGenerator;
 
-constexpr int kRounds = 500;
+constexpr int kParameterRounds = 500;
 
 /// All that a bag of parameters holds.
 using Contents = std::pair<std::string, std::map<std::string, std::string>>;
@@ -55,7 +55,7 @@ class FormatParametersPropertyTest : public TestSupport::SeededTest {
 };
 
 TEST_P(FormatParametersPropertyTest, OverrideValues_NothingOverAnythingChangesNothing) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kParameterRounds; ++round) {
         const FormatParameters params = Params();
         ASSERT_EQ(ContentsOf(Overridden(params, {})), ContentsOf(params));
         ASSERT_EQ(ContentsOf(Overridden({}, params)), ContentsOf(params));
@@ -63,7 +63,7 @@ TEST_P(FormatParametersPropertyTest, OverrideValues_NothingOverAnythingChangesNo
 }
 
 TEST_P(FormatParametersPropertyTest, OverrideValues_ASecondTimeChangesNothing) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kParameterRounds; ++round) {
         const FormatParameters above = Params();
         const FormatParameters once = Overridden(Params(), above);
         ASSERT_EQ(ContentsOf(Overridden(once, above)), ContentsOf(once));
@@ -71,7 +71,7 @@ TEST_P(FormatParametersPropertyTest, OverrideValues_ASecondTimeChangesNothing) {
 }
 
 TEST_P(FormatParametersPropertyTest, OverrideValues_GroupingDoesNotMatter) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kParameterRounds; ++round) {
         const FormatParameters first = Params();
         const FormatParameters second = Params();
         const FormatParameters third = Params();
@@ -81,7 +81,7 @@ TEST_P(FormatParametersPropertyTest, OverrideValues_GroupingDoesNotMatter) {
 }
 
 TEST_P(FormatParametersPropertyTest, OverrideValues_EveryEntryComesFromTheUppermostThatHasIt) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kParameterRounds; ++round) {
         const FormatParameters below = Params();
         const FormatParameters above = Params();
         std::map<std::string, std::string> entries = above.GetParameters();
@@ -93,7 +93,7 @@ TEST_P(FormatParametersPropertyTest, OverrideValues_EveryEntryComesFromTheUpperm
 }
 
 TEST_P(FormatParametersPropertyTest, OverrideValues_LeavesTheUpperAsItWas) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kParameterRounds; ++round) {
         FormatParameters above = Params();
         const Contents before = ContentsOf(above);
         Params().OverrideValues(above);
@@ -102,7 +102,7 @@ TEST_P(FormatParametersPropertyTest, OverrideValues_LeavesTheUpperAsItWas) {
 }
 
 TEST_P(FormatParametersPropertyTest, OverrideValues_WithItselfChangesNothing) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kParameterRounds; ++round) {
         FormatParameters params = Params();
         const Contents before = ContentsOf(params);
         params.OverrideValues(params);
@@ -112,7 +112,7 @@ TEST_P(FormatParametersPropertyTest, OverrideValues_WithItselfChangesNothing) {
 
 TEST_P(FormatParametersPropertyTest, GetParameterAsList_GivesBackWhatWasJoinedByCommas) {
     TextGenerator items(Random(), Without(AnyBytes(), ","));
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kParameterRounds; ++round) {
         std::vector<std::string> list;
         std::string joined;
         for (std::size_t count = Random().Below(6); count > 0; --count) {

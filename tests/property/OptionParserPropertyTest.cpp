@@ -23,7 +23,7 @@ using TestSupport::SeedName;
 using TestSupport::SpecGenerator;
 using Names = std::list<std::string>;
 
-constexpr int kRounds = 500;
+constexpr int kLines = 500;
 const std::string kExtra = "Found Extra non-parameter arguments at the end of input: ";
 
 /// Takes words off the front of a command line as the parser accounts for them.
@@ -117,7 +117,7 @@ class OptionParserPropertyTest : public TestSupport::SeededTest {
 };
 
 TEST_P(OptionParserPropertyTest, ParseVector_LosesNoWord) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kLines && !HasFatalFailure(); ++round) {
         const CommandLine words = lines_.Words();
         OptionParser parser;
         parser.ParseVector(words);
@@ -126,7 +126,7 @@ TEST_P(OptionParserPropertyTest, ParseVector_LosesNoWord) {
 }
 
 TEST_P(OptionParserPropertyTest, ParseVector_WithASpecification_LosesNoWord) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kLines && !HasFatalFailure(); ++round) {
         const CommandLine words = lines_.Words();
         OptionParser parser;
         parser.ParseVector(words);
@@ -136,7 +136,7 @@ TEST_P(OptionParserPropertyTest, ParseVector_WithASpecification_LosesNoWord) {
 }
 
 TEST_P(OptionParserPropertyTest, ParseArgv_LosesNoWordThatArgvCanCarry) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kLines && !HasFatalFailure(); ++round) {
         CommandLine words = lines_.Words();
         std::vector<const char*> argv = {"tandril"};
         for (std::string& word : words) {
@@ -150,7 +150,7 @@ TEST_P(OptionParserPropertyTest, ParseArgv_LosesNoWordThatArgvCanCarry) {
 }
 
 TEST_P(OptionParserPropertyTest, ParseString_FindsTheWordsHoweverTheyAreQuoted) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kLines; ++round) {
         const CommandLine words = lines_.LineWords();
         const std::string line = lines_.LineOf(words);
         OptionParser ofLine;
@@ -163,7 +163,7 @@ TEST_P(OptionParserPropertyTest, ParseString_FindsTheWordsHoweverTheyAreQuoted) 
 
 TEST_P(OptionParserPropertyTest, IsParameter_AgreesWithTheShapeOfOptions) {
     const std::regex shape("-[a-zA-Z]|--[a-zA-Z][a-zA-Z0-9-]+(=[^]+)?");
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kLines; ++round) {
         for (const std::string& word : lines_.Words()) {
             ASSERT_EQ(OptionParser::IsParameter(word), std::regex_match(word, shape)) << word;
         }
@@ -171,7 +171,7 @@ TEST_P(OptionParserPropertyTest, IsParameter_AgreesWithTheShapeOfOptions) {
 }
 
 TEST_P(OptionParserPropertyTest, NoPathNameIsAnOption) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kLines; ++round) {
         OptionParser parser;
         parser.ParseVector(lines_.Words());
         for (const std::string& name : parser.GetCommandPath()) {

@@ -24,7 +24,7 @@ using TestSupport::ScriptedPlugin;
 using TestSupport::SeedName;
 using TestSupport::ThrownBy;
 
-constexpr int kRounds = 100;
+constexpr int kRegistrations = 100;
 const std::string kNothingThrown = ThrownBy([] {});
 
 class RegistrationPropertyTest : public TestSupport::SeededTest {
@@ -50,7 +50,7 @@ class RegistrationPropertyTest : public TestSupport::SeededTest {
 };
 
 TEST_P(RegistrationPropertyTest, TakenName_LeavesTheTreeAndTheNodeAsTheyWere) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kRegistrations && !HasFatalFailure(); ++round) {
         const Node taken = tree_.AnyNode();
         const Node node = tree_.NewNode();
         ExpectRefusedWithoutTrace(
@@ -61,7 +61,7 @@ TEST_P(RegistrationPropertyTest, TakenName_LeavesTheTreeAndTheNodeAsTheyWere) {
 }
 
 TEST_P(RegistrationPropertyTest, IllegalName_LeavesTheTreeAndTheNodeAsTheyWere) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kRegistrations && !HasFatalFailure(); ++round) {
         const Node node = tree_.NewNode();
         ExpectRefusedWithoutTrace(
             [&] { tree_.AnyNamespace()->RegisterNamespaceNode(node, tree_.IllegalName()); });
@@ -71,7 +71,7 @@ TEST_P(RegistrationPropertyTest, IllegalName_LeavesTheTreeAndTheNodeAsTheyWere) 
 }
 
 TEST_P(RegistrationPropertyTest, NoNode_LeavesTheTreeAsItWas) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kRegistrations && !HasFatalFailure(); ++round) {
         ExpectRefusedWithoutTrace([&] {
             tree_.AnyNamespace()->RegisterNamespaceNode(
                 nullptr, Random().Chance(50) ? tree_.AnyName() : tree_.IllegalName());
@@ -80,7 +80,7 @@ TEST_P(RegistrationPropertyTest, NoNode_LeavesTheTreeAsItWas) {
 }
 
 TEST_P(RegistrationPropertyTest, UnderACommand_LeavesTheTreeAsItWas) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kRegistrations && !HasFatalFailure(); ++round) {
         ExpectRefusedWithoutTrace(
             [&] { tree_.AnyCommand()->RegisterNamespaceNode(tree_.NewNode(), tree_.AnyName()); });
         ExpectRefusedWithoutTrace([&] { tree_.AnyCommand()->SubNamespace(tree_.AnyName()); });
@@ -88,20 +88,20 @@ TEST_P(RegistrationPropertyTest, UnderACommand_LeavesTheTreeAsItWas) {
 }
 
 TEST_P(RegistrationPropertyTest, AnotherRoot_LeavesTheTreeAsItWas) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kRegistrations && !HasFatalFailure(); ++round) {
         ExpectRefusedWithoutTrace(
             [&] { tree_.AnyNamespace()->RegisterNamespaceNode(NewRoot(), "unheard0f"); });
     }
 }
 
 TEST_P(RegistrationPropertyTest, SubNamespaceOfIllegalName_LeavesTheTreeAsItWas) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kRegistrations && !HasFatalFailure(); ++round) {
         ExpectRefusedWithoutTrace([&] { tree_.AnyNamespace()->SubNamespace(tree_.IllegalName()); });
     }
 }
 
 TEST_P(RegistrationPropertyTest, PluginThatThrowsAtOnce_LeavesNoTrace) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kRegistrations && !HasFatalFailure(); ++round) {
         ExpectPluginRefusedWithoutTrace(
             ScriptedPlugin::New("thrower", [](const auto&) { throw CppToolException("no"); },
                                 {std::make_shared<ScriptedFormatter>("fresh")}));
@@ -109,7 +109,7 @@ TEST_P(RegistrationPropertyTest, PluginThatThrowsAtOnce_LeavesNoTrace) {
 }
 
 TEST_P(RegistrationPropertyTest, PluginWithATakenName_LeavesNoTrace) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kRegistrations && !HasFatalFailure(); ++round) {
         const Node taken = tree_.AnyNode();
         ExpectPluginRefusedWithoutTrace(ScriptedPlugin::New("latecomer", [&](const auto&) {
             taken->GetParent()->RegisterNamespaceNode(tree_.NewNode(), taken->GetName());
@@ -118,7 +118,7 @@ TEST_P(RegistrationPropertyTest, PluginWithATakenName_LeavesNoTrace) {
 }
 
 TEST_P(RegistrationPropertyTest, PluginWithATakenFormatter_LeavesNoTrace) {
-    for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < kRegistrations && !HasFatalFailure(); ++round) {
         ScriptedPlugin::FormatterList offered = {std::make_shared<ScriptedFormatter>("fresh"),
                                                  std::make_shared<ScriptedFormatter>("table"),
                                                  std::make_shared<ScriptedFormatter>("other")};
@@ -129,7 +129,7 @@ TEST_P(RegistrationPropertyTest, PluginWithATakenFormatter_LeavesNoTrace) {
 
 TEST_P(RegistrationPropertyTest, PluginThatThrowsLate_LeavesWhatItHadRegisteredAndNothingElse) {
     std::string expected = tree_.Text();
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kRegistrations; ++round) {
         // The names sort behind all others, so that the lines come last.
         const std::string name = "zz" + std::to_string(1000 + round);
         const auto plugin = ScriptedPlugin::New("halfway", [&](const auto& root) {

@@ -22,13 +22,13 @@ using TestSupport::InputGiven;
 using TestSupport::SeedName;
 using TestSupport::SpecGenerator;
 
-constexpr int kRounds = 300;
+constexpr int kValidations = 300;
 
 class ValidationPropertyTest : public TestSupport::SeededTest {};
 
 TEST_P(ValidationPropertyTest, Constraint_AgreesWithAnIndependentCheck) {
     ConstraintGenerator constraints(Random());
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kValidations; ++round) {
         const CheckedConstraint checked = constraints.Any();
         for (int values = 0; values < 10; ++values) {
             const std::string value = checked.candidate(Random());
@@ -43,7 +43,7 @@ TEST_P(ValidationPropertyTest, Constraint_AgreesWithAnIndependentCheck) {
 
 TEST_P(ValidationPropertyTest, Parameter_AgreesWithAnIndependentCheckOfEachValue) {
     SpecGenerator specs(Random());
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kValidations; ++round) {
         const CheckedParameter parameter = specs.Parameter("name");
         std::vector<std::string> values;
         bool allAccepted = true;
@@ -58,7 +58,7 @@ TEST_P(ValidationPropertyTest, Parameter_AgreesWithAnIndependentCheckOfEachValue
 }
 
 TEST_P(ValidationPropertyTest, GetInt_AgreesWithAnIndependentReading) {
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kValidations; ++round) {
         const auto near = static_cast<long>(Random().Below(1000)) - 500;
         const std::string numeral = TestSupport::NumeralNear(Random(), near);
         const auto expected = TestSupport::NumberIn(numeral);
@@ -71,7 +71,7 @@ TEST_P(ValidationPropertyTest, GetInt_AgreesWithAnIndependentReading) {
 TEST_P(ValidationPropertyTest, Input_AgreesWithAnIndependentCheckOfTheWholeCall) {
     SpecGenerator specs(Random());
     int inOrder = 0;
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kValidations; ++round) {
         const CheckedSpec checked = specs.Spec();
         const GivenPairs given = specs.Given(checked);
         const auto inputSpec = checked.NewInputSpec();
@@ -82,13 +82,13 @@ TEST_P(ValidationPropertyTest, Input_AgreesWithAnIndependentCheckOfTheWholeCall)
         inOrder += accepted ? 1 : 0;
     }
     // Neither verdict may be so rare that agreeing on it says nothing.
-    EXPECT_GT(inOrder, kRounds / 10);
-    EXPECT_LT(inOrder, kRounds - kRounds / 10);
+    EXPECT_GT(inOrder, kValidations / 10);
+    EXPECT_LT(inOrder, kValidations - kValidations / 10);
 }
 
 TEST_P(ValidationPropertyTest, SetInputSpec_FoldsShortNamesWithoutLosingAValue) {
     SpecGenerator specs(Random());
-    for (int round = 0; round < kRounds; ++round) {
+    for (int round = 0; round < kValidations; ++round) {
         const CheckedSpec checked = specs.Spec();
         const GivenPairs given = specs.Given(checked);
         std::map<std::string, std::vector<std::string>> longFirst;

@@ -20,6 +20,7 @@ using TestSupport::Alphabet;
 using TestSupport::AsciiBetween;
 using TestSupport::FilledLine;
 using TestSupport::GivenParameters;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::RunProgram;
 using TestSupport::TempDirectory;
@@ -94,8 +95,6 @@ TEST_P(ShellRoundTripTest, ArgumentsArrive) {
     EXPECT_EQ(run.Trouble(), "");
     EXPECT_EQ(run.Status(), 0);
 }
-
-const auto kRowName = [](const auto& row) { return row.param.name; };
 
 /// Everything that means something to a shell, but no single quote.
 const std::string kHostile =

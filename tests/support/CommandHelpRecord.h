@@ -1,7 +1,11 @@
 #pragma once
 
+#include <CppTools/autocli/formatters/CommandHelpFormatter.h>
+#include <tests/support/Rendering.h>
 #include <tests/support/Values.h>
 
+#include <cstdint>
+#include <gtest/gtest.h>
 #include <string>
 #include <utility>
 #include <vector>
@@ -64,5 +68,17 @@ inline constexpr const char* kSecretWarning =
     "WARNING: Providing secret values on the command line is insecure because it may be logged or "
     "preserved in history files. Instead, specify this option with no value on the command line, "
     "and enter the value on the supplied prompt.";
+
+/// The help that a record becomes on a display of some width.
+inline std::string Help(const Value& record, int width = 0) {
+    const auto [result, text] = RenderWith<CppTools::AutoCli::CommandHelpFormatter>(
+        record, {}, static_cast<std::uint16_t>(width));
+    EXPECT_TRUE(result);
+    return text;
+}
+
+inline std::string HelpOfOptions(const std::vector<HelpOption>& options, int width = 0) {
+    return Help(HelpRecord(OptionList(options), ExampleList({})), width);
+}
 
 } // namespace TestSupport

@@ -15,4 +15,7 @@ inline std::ostream& operator<<(std::ostream& out, const NamedRow& row) {
     return out << row.name;
 }
 
+/// Names the cases of a table after its rows.
+inline constexpr auto kRowName = [](const auto& row) { return row.param.name; };
+
 } // namespace TestSupport

@@ -5,6 +5,8 @@
 #include <CppTools/autocli/formatters/Formatter.h>
 #include <CppTools/callspec/Output.h>
 #include <CppTools/metaobj/MetaObject.h>
+#include <tests/support/NamedRow.h>
+#include <tests/support/Values.h>
 
 #include <cstdint>
 #include <memory>
@@ -69,5 +71,16 @@ inline DocumentedParams DocumentedParamsOf(const CppTools::AutoCli::Formatter& f
     }
     return table;
 }
+
+/// A root object, and the text that it becomes.
+struct RootCase : NamedRow {
+    Value root;
+    std::string text;
+};
+
+/// A root object that a formatter refuses.
+struct WrongRoot : NamedRow {
+    Value root;
+};
 
 } // namespace TestSupport

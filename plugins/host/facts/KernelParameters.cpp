@@ -9,7 +9,7 @@ namespace HostFacts {
 
 namespace {
 
-const std::string kDirectory = "/proc/sys/";
+const std::string kParameterDirectory = "/proc/sys/";
 
 /// A file below /proc/sys. When it cannot be read, `value` is empty and `problem` says why.
 struct KernelParameter {
@@ -45,7 +45,7 @@ std::string ReadValue(const HostFiles& files, const std::string& path) {
 }
 
 KernelParameter ReadParameter(const HostFiles& files, const std::string& relativePath) {
-    const std::string path = kDirectory + relativePath;
+    const std::string path = kParameterDirectory + relativePath;
     KernelParameter parameter;
     parameter.name = SwapDotsAndSlashes(relativePath);
     parameter.isWritable = IsWritable(files, path);
@@ -71,9 +71,9 @@ bool IsDirectory(const HostFiles& files, const std::string& path) {
 /// as is what lies in a directory that the caller may not open.
 void AppendPaths(std::vector<std::string>& paths, const HostFiles& files,
                  const std::string& relativeDirectory) {
-    for (const std::string& name : files.Names(kDirectory + relativeDirectory)) {
+    for (const std::string& name : files.Names(kParameterDirectory + relativeDirectory)) {
         const std::string relativePath = relativeDirectory + name;
-        if (!IsDirectory(files, kDirectory + relativePath)) {
+        if (!IsDirectory(files, kParameterDirectory + relativePath)) {
             paths.push_back(relativePath);
             continue;
         }

@@ -37,6 +37,7 @@ using TestSupport::Text;
 using TestSupport::Texts;
 using TestSupport::ThrownBy;
 using TestSupport::Value;
+using TestSupport::WrongRoot;
 
 struct Node {
     std::string type;
@@ -107,10 +108,6 @@ TEST(CliDispatcherHelpFormatterTest, Params_NoneAreDocumented) {
 }
 
 // --- Roots
-
-struct WrongRoot : NamedRow {
-    Value root;
-};
 
 class CliDispatcherHelpRootTest : public testing::TestWithParam<WrongRoot> {};
 

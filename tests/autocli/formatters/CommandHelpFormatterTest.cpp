@@ -37,6 +37,8 @@ using TestSupport::Bool;
 using TestSupport::DocumentedParams;
 using TestSupport::DocumentedParamsOf;
 using TestSupport::ExampleList;
+using TestSupport::Help;
+using TestSupport::HelpOfOptions;
 using TestSupport::HelpOption;
 using TestSupport::HelpRecord;
 using TestSupport::ImpostorValue;
@@ -53,17 +55,7 @@ using TestSupport::Text;
 using TestSupport::Texts;
 using TestSupport::ThrownBy;
 using TestSupport::Value;
-
-std::string Help(const Value& record, int width = 0) {
-    const auto [result, text] =
-        RenderWith<CommandHelpFormatter>(record, {}, static_cast<std::uint16_t>(width));
-    EXPECT_TRUE(result);
-    return text;
-}
-
-std::string HelpOfOptions(const std::vector<HelpOption>& options, int width = 0) {
-    return Help(HelpRecord(OptionList(options), ExampleList({})), width);
-}
+using TestSupport::WrongRoot;
 
 TEST(CommandHelpFormatterTest, Name_IsCommandhelp) {
     EXPECT_EQ(CommandHelpFormatter().GetName(), "commandhelp");
@@ -78,10 +70,6 @@ TEST(CommandHelpFormatterTest, Params_NoneAreDocumented) {
 }
 
 // --- Roots
-
-struct WrongRoot : NamedRow {
-    Value root;
-};
 
 class CommandHelpRootTest : public testing::TestWithParam<WrongRoot> {};
 

@@ -23,6 +23,8 @@ using CppTools::CallSpec::Output;
 using TestSupport::Bool;
 using TestSupport::ElementsOf;
 using TestSupport::ExampleList;
+using TestSupport::Help;
+using TestSupport::HelpOfOptions;
 using TestSupport::HelpOption;
 using TestSupport::HelpRecord;
 using TestSupport::Ints;
@@ -35,17 +37,6 @@ using TestSupport::Rows;
 using TestSupport::Struct;
 using TestSupport::Texts;
 using TestSupport::Value;
-
-std::string Help(const Value& record, int width = 0) {
-    const auto [result, text] =
-        RenderWith<CommandHelpFormatter>(record, {}, static_cast<std::uint16_t>(width));
-    EXPECT_TRUE(result);
-    return text;
-}
-
-std::string HelpOfOptions(const std::vector<HelpOption>& options, int width = 0) {
-    return Help(HelpRecord(OptionList(options), ExampleList({})), width);
-}
 
 TEST(CommandHelpOptionsTest, DescriptionsStartAtOneColumn) {
     EXPECT_EQ(HelpOfOptions({{"file", "f", "The file to read.", true, false},

@@ -26,6 +26,7 @@ using TestSupport::NamedRow;
 using TestSupport::RenderAt;
 using TestSupport::Rendering;
 using TestSupport::RenderWith;
+using TestSupport::RootCase;
 using TestSupport::Rows;
 using TestSupport::Struct;
 using TestSupport::Text;
@@ -43,11 +44,6 @@ TEST(JsonFormatterTest, Description_IsTheSentenceForUsers) {
 TEST(JsonFormatterTest, Params_NoneAreDocumented) {
     EXPECT_EQ(DocumentedParamsOf(JsonFormatter()), DocumentedParams());
 }
-
-struct RootCase : NamedRow {
-    Value root;
-    std::string text;
-};
 
 class JsonFormatterRootTest : public testing::TestWithParam<RootCase> {};
 

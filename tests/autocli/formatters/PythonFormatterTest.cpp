@@ -26,6 +26,7 @@ using TestSupport::NamedRow;
 using TestSupport::RenderAt;
 using TestSupport::Rendering;
 using TestSupport::RenderWith;
+using TestSupport::RootCase;
 using TestSupport::Rows;
 using TestSupport::Struct;
 using TestSupport::Text;
@@ -45,11 +46,6 @@ TEST(PythonFormatterTest, Description_IsTheSentenceForUsers) {
 TEST(PythonFormatterTest, Params_NoneAreDocumented) {
     EXPECT_EQ(DocumentedParamsOf(PythonFormatter()), DocumentedParams());
 }
-
-struct RootCase : NamedRow {
-    Value root;
-    std::string text;
-};
 
 class PythonFormatterRootTest : public testing::TestWithParam<RootCase> {};
 

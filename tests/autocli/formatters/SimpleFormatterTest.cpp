@@ -29,6 +29,7 @@ using TestSupport::ParameterEntries;
 using TestSupport::ParametersOf;
 using TestSupport::Rendering;
 using TestSupport::RenderWith;
+using TestSupport::RootCase;
 using TestSupport::Rows;
 using TestSupport::Struct;
 using TestSupport::Text;
@@ -103,11 +104,6 @@ TEST(SimpleFormatterTest, Params_AreDocumentedInThisOrder) {
 }
 
 // --- Values other than structures and lists of them
-
-struct RootCase : TestSupport::NamedRow {
-    Value root;
-    std::string text;
-};
 
 class SimpleFormatterRootTest : public testing::TestWithParam<RootCase> {};
 

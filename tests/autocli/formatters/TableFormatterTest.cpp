@@ -36,6 +36,7 @@ using TestSupport::Text;
 using TestSupport::Texts;
 using TestSupport::ThrownBy;
 using TestSupport::Value;
+using TestSupport::WrongRoot;
 
 /// The text of a table that is expected to be complete.
 std::string Table(const Value& root, const ParameterEntries& entries = {}) {
@@ -90,10 +91,6 @@ TEST(TableFormatterTest, Params_AreDocumentedInThisOrder) {
 }
 
 // --- Roots
-
-struct WrongRoot : NamedRow {
-    Value root;
-};
 
 class TableFormatterRootTest : public testing::TestWithParam<WrongRoot> {};
 

@@ -27,6 +27,7 @@ using TestSupport::ParameterEntries;
 using TestSupport::RenderAt;
 using TestSupport::Rendering;
 using TestSupport::RenderWith;
+using TestSupport::RootCase;
 using TestSupport::Rows;
 using TestSupport::Struct;
 using TestSupport::Text;
@@ -64,16 +65,11 @@ TEST(XmlFormatterTest, Params_DocumentTheStylesheet) {
 
 // --- The document
 
-struct RootCase : NamedRow {
-    Value root;
-    std::string lines;
-};
-
 class XmlFormatterRootTest : public testing::TestWithParam<RootCase> {};
 
 TEST_P(XmlFormatterRootTest, RootValueStandsInTheDocumentAtSixColumns) {
     EXPECT_EQ(RenderWith<XmlFormatter>(GetParam().root),
-              Rendering(true, DocumentOf(GetParam().lines)));
+              Rendering(true, DocumentOf(GetParam().text)));
 }
 
 INSTANTIATE_TEST_SUITE_P(

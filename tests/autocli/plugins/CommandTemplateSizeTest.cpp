@@ -13,6 +13,7 @@ namespace {
 using TestSupport::FilledLine;
 using TestSupport::FilledStdin;
 using TestSupport::GivenParameters;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 
 constexpr std::size_t kMany = 100'000;
@@ -25,8 +26,6 @@ std::string Times(std::size_t count, const std::string& piece) {
     }
     return text;
 }
-
-const auto kRowName = [](const auto& row) { return row.param.name; };
 
 const GivenParameters kNothing;
 const GivenParameters kEverything = {{"early", "e"}, {"force", ""}, {"ip", "a"},

@@ -13,12 +13,11 @@ namespace {
 using TestSupport::FilledLine;
 using TestSupport::FilledStdin;
 using TestSupport::GivenParameters;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::NewInput;
 using TestSupport::NewTemplateCommand;
 using TestSupport::ThrownBy;
-
-const auto kRowName = [](const auto& row) { return row.param.name; };
 
 /// What a template of the command line becomes.
 struct LineRow : NamedRow {

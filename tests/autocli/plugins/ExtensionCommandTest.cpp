@@ -35,6 +35,7 @@ using TestSupport::CountOpenDescriptors;
 using TestSupport::EnvironmentVariable;
 using TestSupport::GivenParameters;
 using TestSupport::HasNoChild;
+using TestSupport::kRowName;
 using TestSupport::ListenerLog;
 using TestSupport::NamedRow;
 using TestSupport::NewInput;
@@ -42,8 +43,6 @@ using TestSupport::NewTemplateCommand;
 using TestSupport::ThrownBy;
 
 using Texts = std::vector<std::string>;
-
-const auto kRowName = [](const auto& row) { return row.param.name; };
 
 const std::string kNoInputSpec =
     "Request for NULL InputSpec.  Extension command is incomplete and will not work";

@@ -19,6 +19,7 @@ using CppTools::AutoCli::ExtensionCommand;
 using CppTools::AutoCli::XmlPlugin;
 using CppTools::CallSpec::ParameterConstraint;
 using CppTools::CallSpec::ParameterConstraintType;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::NewRoot;
 using TestSupport::NodeAt;
@@ -60,8 +61,6 @@ TEST_P(XmlConstraintParsingTest, Constraint_IsBuiltFromItsChildren) {
     EXPECT_EQ(constraint->GetType(), GetParam().kind);
     EXPECT_EQ(constraint->ToString(), GetParam().text);
 }
-
-const auto kRowName = [](const auto& row) { return row.param.name; };
 
 INSTANTIATE_TEST_SUITE_P(
     StringEnums, XmlConstraintParsingTest,

@@ -19,12 +19,11 @@ using TestSupport::CommandMessage;
 using TestSupport::CommandPieces;
 using TestSupport::Descriptor;
 using TestSupport::DescriptorMessage;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::StreamCapture;
 using TestSupport::TempDirectory;
 using TestSupport::ThrownBy;
-
-const auto kRowName = [](const auto& row) { return row.param.name; };
 
 /// What a descriptor is refused for, and what the message says behind the name of the file.
 struct DescriptorRow : NamedRow {

@@ -13,13 +13,12 @@ namespace {
 using CppTools::AutoCli::XmlPlugin;
 using TestSupport::CommandMessage;
 using TestSupport::DescriptorMessage;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::ParameterDescriptor;
 using TestSupport::ParameterElement;
 using TestSupport::TempDirectory;
 using TestSupport::ThrownBy;
-
-const auto kRowName = [](const auto& row) { return row.param.name; };
 
 /// The message that the parameters are refused with, without what stands in front of all of them.
 std::string RefusalOf(const std::string& parameters) {
@@ -148,13 +147,13 @@ INSTANTIATE_TEST_SUITE_P(
     kRowName);
 
 /// A parameter of a type with one constraint.
-struct ConstraintRow : NamedRow {
+struct ConstraintErrorRow : NamedRow {
     std::string type;
     std::string constraint;
     std::string reason;
 };
 
-class XmlConstraintErrorsTest : public testing::TestWithParam<ConstraintRow> {};
+class XmlConstraintErrorsTest : public testing::TestWithParam<ConstraintErrorRow> {};
 
 TEST_P(XmlConstraintErrorsTest, Initialize_RefusesTheConstraintAndNamesTheParameter) {
     EXPECT_EQ(RefusalOf(ParameterElement("name=\"size\" type=\"" + GetParam().type + "\"",
@@ -184,128 +183,136 @@ const std::string kNoFit =
 INSTANTIATE_TEST_SUITE_P(
     Types, XmlConstraintErrorsTest,
     testing::Values(
-        ConstraintRow{{"Missing"}, "int", "><range min=\"1\" max=\"2\"/>", UnknownConstraint("")},
-        ConstraintRow{{"Empty"}, "int", "type=\"\">", UnknownConstraint("")},
-        ConstraintRow{{"Unknown"}, "int", "type=\"enum\">", UnknownConstraint("enum")},
-        ConstraintRow{{"OtherCase"}, "int", "type=\"Range\">", UnknownConstraint("Range")}),
+        ConstraintErrorRow{
+            {"Missing"}, "int", "><range min=\"1\" max=\"2\"/>", UnknownConstraint("")},
+        ConstraintErrorRow{{"Empty"}, "int", "type=\"\">", UnknownConstraint("")},
+        ConstraintErrorRow{{"Unknown"}, "int", "type=\"enum\">", UnknownConstraint("enum")},
+        ConstraintErrorRow{{"OtherCase"}, "int", "type=\"Range\">", UnknownConstraint("Range")}),
     kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     NoData, XmlConstraintErrorsTest,
     testing::Values(
-        ConstraintRow{{"StringEnum"}, "string", "type=\"stringenum\">", kNoData},
-        ConstraintRow{{"IntEnum"}, "int", "type=\"intenum\"> text <!-- c -->", kNoData},
-        ConstraintRow{{"Regex"}, "string", "type=\"regex\">", kNoData},
-        ConstraintRow{{"Range"}, "int", "type=\"range\">", kNoData},
-        ConstraintRow{{"ChildrenOfOtherKinds"},
-                      "int",
-                      "type=\"range\"><enum/><regex>a</regex><Range min=\"1\" max=\"2\"/>",
-                      kNoData},
-        ConstraintRow{{"EmptyStringEnum"}, "string", "type=\"stringenum\"><enum/>", kNoData},
-        ConstraintRow{{"EmptyIntEnum"}, "int", "type=\"intenum\"><enum> </enum>", kNoData},
-        ConstraintRow{{"ValuesWithoutText"},
-                      "string",
-                      "type=\"stringenum\"><enum><enum-value value=\"a\"/></enum>",
-                      kNoData},
-        ConstraintRow{{"LastEnumIsEmpty"},
-                      "string",
-                      "type=\"stringenum\"><enum><enum-value value=\"a\">A</enum-value></enum>"
-                      "<enum/>",
-                      kNoData}),
+        ConstraintErrorRow{{"StringEnum"}, "string", "type=\"stringenum\">", kNoData},
+        ConstraintErrorRow{{"IntEnum"}, "int", "type=\"intenum\"> text <!-- c -->", kNoData},
+        ConstraintErrorRow{{"Regex"}, "string", "type=\"regex\">", kNoData},
+        ConstraintErrorRow{{"Range"}, "int", "type=\"range\">", kNoData},
+        ConstraintErrorRow{{"ChildrenOfOtherKinds"},
+                           "int",
+                           "type=\"range\"><enum/><regex>a</regex><Range min=\"1\" max=\"2\"/>",
+                           kNoData},
+        ConstraintErrorRow{{"EmptyStringEnum"}, "string", "type=\"stringenum\"><enum/>", kNoData},
+        ConstraintErrorRow{{"EmptyIntEnum"}, "int", "type=\"intenum\"><enum> </enum>", kNoData},
+        ConstraintErrorRow{{"ValuesWithoutText"},
+                           "string",
+                           "type=\"stringenum\"><enum><enum-value value=\"a\"/></enum>",
+                           kNoData},
+        ConstraintErrorRow{{"LastEnumIsEmpty"},
+                           "string",
+                           "type=\"stringenum\"><enum><enum-value value=\"a\">A</enum-value></enum>"
+                           "<enum/>",
+                           kNoData}),
     kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Enums, XmlConstraintErrorsTest,
     testing::Values(
-        ConstraintRow{{"UnexpectedElement"},
-                      "string",
-                      "type=\"stringenum\"><enum> <!-- c --><value>a</value></enum>",
-                      "Found unexpected tag while building an enum.  Unexpected tag was: value"},
-        ConstraintRow{{"UnexpectedElementAmongIntegers"},
-                      "int",
-                      "type=\"intenum\"><enum><enum-value value=\"1\">a</enum-value><enum/></enum>",
-                      "Found unexpected tag while building an enum.  Unexpected tag was: enum"},
-        ConstraintRow{{"NoValue"},
-                      "string",
-                      "type=\"stringenum\"><enum><enum-value>a</enum-value></enum>",
-                      "Error parsing 'enum-value', missing required attribute 'value'"},
-        ConstraintRow{{"EmptyValue"},
-                      "int",
-                      "type=\"intenum\"><enum><enum-value value=\"\">a</enum-value></enum>",
-                      "Error parsing 'enum-value', missing required attribute 'value'"},
-        ConstraintRow{{"NoInteger"},
-                      "int",
-                      "type=\"intenum\"><enum><enum-value value=\"one\">a</enum-value></enum>",
-                      "Error parsing integer enumeration. Expected integer, but got one"},
-        ConstraintRow{{"IntegerOutOfRange"},
-                      "int",
-                      "type=\"intenum\"><enum><enum-value value=\"9223372036854775808\">a"
-                      "</enum-value></enum>",
-                      "Error parsing integer enumeration. Expected integer, but got "
-                      "9223372036854775808"},
-        ConstraintRow{{"RepeatedInteger"},
-                      "int",
-                      "type=\"intenum\"><enum><enum-value value=\"1\">a</enum-value><enum-value "
-                      "value=\"+1\">b</enum-value></enum>",
-                      "Duplicate Value found in ParameterConstraint::AddIntEnum"},
-        ConstraintRow{
+        ConstraintErrorRow{
+            {"UnexpectedElement"},
+            "string",
+            "type=\"stringenum\"><enum> <!-- c --><value>a</value></enum>",
+            "Found unexpected tag while building an enum.  Unexpected tag was: value"},
+        ConstraintErrorRow{
+            {"UnexpectedElementAmongIntegers"},
+            "int",
+            "type=\"intenum\"><enum><enum-value value=\"1\">a</enum-value><enum/></enum>",
+            "Found unexpected tag while building an enum.  Unexpected tag was: enum"},
+        ConstraintErrorRow{{"NoValue"},
+                           "string",
+                           "type=\"stringenum\"><enum><enum-value>a</enum-value></enum>",
+                           "Error parsing 'enum-value', missing required attribute 'value'"},
+        ConstraintErrorRow{{"EmptyValue"},
+                           "int",
+                           "type=\"intenum\"><enum><enum-value value=\"\">a</enum-value></enum>",
+                           "Error parsing 'enum-value', missing required attribute 'value'"},
+        ConstraintErrorRow{{"NoInteger"},
+                           "int",
+                           "type=\"intenum\"><enum><enum-value value=\"one\">a</enum-value></enum>",
+                           "Error parsing integer enumeration. Expected integer, but got one"},
+        ConstraintErrorRow{{"IntegerOutOfRange"},
+                           "int",
+                           "type=\"intenum\"><enum><enum-value value=\"9223372036854775808\">a"
+                           "</enum-value></enum>",
+                           "Error parsing integer enumeration. Expected integer, but got "
+                           "9223372036854775808"},
+        ConstraintErrorRow{
+            {"RepeatedInteger"},
+            "int",
+            "type=\"intenum\"><enum><enum-value value=\"1\">a</enum-value><enum-value "
+            "value=\"+1\">b</enum-value></enum>",
+            "Duplicate Value found in ParameterConstraint::AddIntEnum"},
+        ConstraintErrorRow{
             {"EveryTextOfAValueIsAnEntry"},
             "string",
             "type=\"stringenum\"><enum><enum-value value=\"a\">A<b/>B</enum-value></enum>",
             "Duplicate Value found in ParameterConstraint::AddStringEnum: a"},
-        ConstraintRow{{"EveryTextOfAnIntegerIsAnEntry"},
-                      "int",
-                      "type=\"intenum\"><enum><enum-value value=\"1\">A<b/>B</enum-value></enum>",
-                      "Duplicate Value found in ParameterConstraint::AddIntEnum"},
-        ConstraintRow{{"RepeatedString"},
-                      "string",
-                      "type=\"stringenum\"><enum><enum-value value=\"a\">A</enum-value><enum-value "
-                      "value=\"a\">B</enum-value></enum>",
-                      "Duplicate Value found in ParameterConstraint::AddStringEnum: a"}),
+        ConstraintErrorRow{
+            {"EveryTextOfAnIntegerIsAnEntry"},
+            "int",
+            "type=\"intenum\"><enum><enum-value value=\"1\">A<b/>B</enum-value></enum>",
+            "Duplicate Value found in ParameterConstraint::AddIntEnum"},
+        ConstraintErrorRow{
+            {"RepeatedString"},
+            "string",
+            "type=\"stringenum\"><enum><enum-value value=\"a\">A</enum-value><enum-value "
+            "value=\"a\">B</enum-value></enum>",
+            "Duplicate Value found in ParameterConstraint::AddStringEnum: a"}),
     kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Others, XmlConstraintErrorsTest,
     testing::Values(
-        ConstraintRow{{"EmptyRegex"}, "string", "type=\"regex\"><regex/>", kRegex},
-        ConstraintRow{{"RangeWithoutBounds"}, "int", "type=\"range\"><range/>", kRange},
-        ConstraintRow{{"RangeWithoutMax"}, "int", "type=\"range\"><range min=\"1\"/>", kRange},
-        ConstraintRow{{"RangeWithoutMin"}, "int", "type=\"range\"><range max=\"1\"/>", kRange},
-        ConstraintRow{
+        ConstraintErrorRow{{"EmptyRegex"}, "string", "type=\"regex\"><regex/>", kRegex},
+        ConstraintErrorRow{{"RangeWithoutBounds"}, "int", "type=\"range\"><range/>", kRange},
+        ConstraintErrorRow{{"RangeWithoutMax"}, "int", "type=\"range\"><range min=\"1\"/>", kRange},
+        ConstraintErrorRow{{"RangeWithoutMin"}, "int", "type=\"range\"><range max=\"1\"/>", kRange},
+        ConstraintErrorRow{
             {"RangeWithEmptyMin"}, "int", "type=\"range\"><range min=\"\" max=\"1\"/>", kRange},
-        ConstraintRow{
+        ConstraintErrorRow{
             {"MinNoInteger"}, "int", "type=\"range\"><range min=\"a\" max=\"1\"/>", kRange},
-        ConstraintRow{
+        ConstraintErrorRow{
             {"MaxNoInteger"}, "int", "type=\"range\"><range min=\"1\" max=\"-\"/>", kRange},
-        ConstraintRow{{"MaxOutOfRange"},
-                      "int",
-                      "type=\"range\"><range min=\"1\" max=\"9223372036854775808\"/>",
-                      kRange},
-        ConstraintRow{{"MinOutOfRange"},
-                      "int",
-                      "type=\"range\"><range min=\"-9223372036854775809\" max=\"1\"/>",
-                      kRange},
-        ConstraintRow{{"MinAboveMax"},
-                      "int",
-                      "type=\"range\"><range min=\"2\" max=\"1\"/>",
-                      "Invalid values for SetIntRange, constraints must have a min value <= max "
-                      "value"}),
+        ConstraintErrorRow{{"MaxOutOfRange"},
+                           "int",
+                           "type=\"range\"><range min=\"1\" max=\"9223372036854775808\"/>",
+                           kRange},
+        ConstraintErrorRow{{"MinOutOfRange"},
+                           "int",
+                           "type=\"range\"><range min=\"-9223372036854775809\" max=\"1\"/>",
+                           kRange},
+        ConstraintErrorRow{
+            {"MinAboveMax"},
+            "int",
+            "type=\"range\"><range min=\"2\" max=\"1\"/>",
+            "Invalid values for SetIntRange, constraints must have a min value <= max "
+            "value"}),
     kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     NoFit, XmlConstraintErrorsTest,
     testing::Values(
-        ConstraintRow{
+        ConstraintErrorRow{
             {"RangeOnString"}, "string", "type=\"range\"><range min=\"1\" max=\"2\"/>", kNoFit},
-        ConstraintRow{{"RegexOnInt"}, "int", "type=\"regex\"><regex>a</regex>", kNoFit},
-        ConstraintRow{{"EnumOnFlag"},
-                      "flag",
-                      "type=\"stringenum\"><enum><enum-value value=\"a\">A</enum-value></enum>",
-                      kNoFit},
-        ConstraintRow{{"IntEnumOnBool"},
-                      "bool",
-                      "type=\"intenum\"><enum><enum-value value=\"1\">A</enum-value></enum>",
-                      kNoFit}),
+        ConstraintErrorRow{{"RegexOnInt"}, "int", "type=\"regex\"><regex>a</regex>", kNoFit},
+        ConstraintErrorRow{
+            {"EnumOnFlag"},
+            "flag",
+            "type=\"stringenum\"><enum><enum-value value=\"a\">A</enum-value></enum>",
+            kNoFit},
+        ConstraintErrorRow{{"IntEnumOnBool"},
+                           "bool",
+                           "type=\"intenum\"><enum><enum-value value=\"1\">A</enum-value></enum>",
+                           kNoFit}),
     kRowName);
 
 /// Each call puts right what the call before was refused for.

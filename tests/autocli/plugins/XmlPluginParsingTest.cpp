@@ -32,6 +32,7 @@ using TestSupport::CommandElementAt;
 using TestSupport::CommandPieces;
 using TestSupport::CommandsElement;
 using TestSupport::Descriptor;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::NamespaceElement;
 using TestSupport::NamespacesElement;
@@ -44,8 +45,6 @@ using TestSupport::ThrownBy;
 
 using Texts = std::vector<std::string>;
 using TextMap = std::map<std::string, std::string>;
-
-const auto kRowName = [](const auto& row) { return row.param.name; };
 
 /// The tree that a descriptor alone makes.
 std::shared_ptr<RootNamespace> TreeOf(const std::string& descriptor) {

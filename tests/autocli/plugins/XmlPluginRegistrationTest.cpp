@@ -26,6 +26,7 @@ using CppTools::AutoCli::XmlPlugin;
 using TestSupport::CommandElementAt;
 using TestSupport::CommandsElement;
 using TestSupport::Descriptor;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::NamespaceElement;
 using TestSupport::NamespacesElement;
@@ -35,8 +36,6 @@ using TestSupport::TempDirectory;
 using TestSupport::ThrownBy;
 
 using Texts = std::vector<std::string>;
-
-const auto kRowName = [](const auto& row) { return row.param.name; };
 
 std::string Namespaces(const std::string& namespaces) {
     return Descriptor(NamespacesElement(namespaces));

@@ -27,6 +27,7 @@ using CppTools::MetaObj::MetaObject;
 using CppTools::MetaObj::MetaString;
 using CppTools::MetaObj::MetaStruct;
 using CppTools::MetaObj::MetaType;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::ThrownBy;
 using TestSupport::XmlText;
@@ -49,8 +50,6 @@ TEST_P(XmlValueTest, BuildMetaObject_MakesTheValue) {
     EXPECT_EQ(value->GetType(), GetParam().kind);
     EXPECT_EQ(value->ToString(), GetParam().text);
 }
-
-const auto kRowName = [](const auto& row) { return row.param.name; };
 
 INSTANTIATE_TEST_SUITE_P(
     Strings, XmlValueTest,
