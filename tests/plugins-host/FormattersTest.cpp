@@ -1,6 +1,7 @@
 #include "Samples.h"
 #include "Tool.h"
 
+#include <gtest/gtest.h>
 #include <libxml/parser.h>
 
 #include <memory>
@@ -72,8 +73,6 @@ class FormattersTest : public testing::TestWithParam<Command> {
     }
 };
 
-} // namespace
-
 TEST_P(FormattersTest, DefaultFormatter_PrintsAHeaderAndFields) {
     const std::string text = Print({});
     const std::string errors[] = {"Error getting field", "Error: ", "Unknown column",
@@ -137,8 +136,6 @@ INSTANTIATE_TEST_SUITE_P(All, FormattersTest, testing::ValuesIn(kCommands), [](c
     return name;
 });
 
-namespace {
-
 class LayoutTest : public testing::Test {
   protected:
     std::string Print(const std::string& path, const Words& options) {
@@ -147,8 +144,6 @@ class LayoutTest : public testing::Test {
 
     Machine machine_;
 };
-
-} // namespace
 
 TEST_F(LayoutTest, Table_UnitsAndWrappedLastColumn) {
     machine_.AddAccounts();
@@ -204,3 +199,5 @@ TEST_F(LayoutTest, Listing_NamespacesOfThePack) {
                                         "Available Commands: \n\n"
                                         "\n");
 }
+
+} // namespace

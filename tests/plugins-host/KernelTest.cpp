@@ -1,6 +1,7 @@
 #include "Samples.h"
 
 #include <filesystem>
+#include <gtest/gtest.h>
 
 using HostPack::AddModules;
 using HostPack::AddParameters;

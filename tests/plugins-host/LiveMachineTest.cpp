@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <mntent.h>
 #include <pwd.h>
 #include <set>
@@ -51,8 +52,6 @@ Words LinesOf(const std::string& text) {
     }
     return lines;
 }
-
-} // namespace
 
 TEST(LiveProcessTest, List_HoldsEveryProcessThatLivedThroughIt) {
     const std::set<long> before = PidsInProc();
@@ -240,3 +239,5 @@ TEST(LiveSoftwareTest, Packages_AreThoseOfTheStatusFileIfThereIsOne) {
                            std::count(lines.begin(), lines.end(), "Status: hold ok installed");
     EXPECT_EQ(JsonOf(run).size(), static_cast<std::size_t>(installed));
 }
+
+} // namespace

@@ -2,6 +2,7 @@
 
 #include <arpa/inet.h>
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <memory>
 #include <net/if.h>
 #include <netinet/in.h>
@@ -63,8 +64,6 @@ long CountLines(const std::string& text) {
     return std::count(text.begin(), text.end(), '\n');
 }
 
-} // namespace
-
 TEST(LiveNetworkTest, Interfaces_AreThoseOfTheSystem) {
     const std::unique_ptr<struct if_nameindex, void (*)(struct if_nameindex*)> all(
         if_nameindex(), if_freenameindex);
@@ -117,3 +116,5 @@ TEST(LiveNetworkTest, Connections_ListeningSocket_IsListedWithItsInode) {
     EXPECT_EQ(row["Local Port"], socket.Port());
     EXPECT_EQ(row["Remote Port"], 0);
 }
+
+} // namespace

@@ -4,6 +4,7 @@
 #include "tests/support/TempDirectory.h"
 
 #include <CppTools/metaobj/MetaObject.h>
+#include <gtest/gtest.h>
 
 #include <string>
 #include <utility>

@@ -1,5 +1,6 @@
 #include "Samples.h"
 
+#include <gtest/gtest.h>
 #include <ostream>
 
 using HostPack::AddInterfaces;
@@ -154,19 +155,17 @@ TEST(ConnectionsTest, List_TablesAreReadInTurn_AndOneOfIp6MayLack) {
 
 namespace {
 
-struct Choice {
+struct ConnectionChoice {
     const char* name;
     Words options;
     Words ports;
 };
 
-std::ostream& operator<<(std::ostream& out, const Choice& choice) {
+std::ostream& operator<<(std::ostream& out, const ConnectionChoice& choice) {
     return out << choice.name;
 }
 
-class ConnectionChoiceTest : public testing::TestWithParam<Choice> {};
-
-} // namespace
+class ConnectionChoiceTest : public testing::TestWithParam<ConnectionChoice> {};
 
 TEST_P(ConnectionChoiceTest, List_OptionsChoose) {
     const Machine machine;
@@ -178,12 +177,15 @@ TEST_P(ConnectionChoiceTest, List_OptionsChoose) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, ConnectionChoiceTest,
-    testing::Values(Choice{"Protocol", {"--protocol=udp"}, {"53"}},
-                    Choice{"BothProtocols", {"--protocol=tcp,udp"}, {"22", "65535", "22", "53"}},
-                    Choice{"Family", {"--family=6", "--protocol=tcp"}, {"22"}},
-                    Choice{"State", {"--state=unconnected,listening"}, {"22", "22", "53"}},
-                    Choice{"LocalPort", {"--port=53"}, {"53"}},
-                    Choice{"RemotePort", {"--port=80"}, {"65535"}},
-                    Choice{"SeveralPorts", {"--port=22,80"}, {"22", "65535", "22"}},
-                    Choice{"Listening", {"--listening"}, {"22", "22"}}),
+    testing::Values(
+        ConnectionChoice{"Protocol", {"--protocol=udp"}, {"53"}},
+        ConnectionChoice{"BothProtocols", {"--protocol=tcp,udp"}, {"22", "65535", "22", "53"}},
+        ConnectionChoice{"Family", {"--family=6", "--protocol=tcp"}, {"22"}},
+        ConnectionChoice{"State", {"--state=unconnected,listening"}, {"22", "22", "53"}},
+        ConnectionChoice{"LocalPort", {"--port=53"}, {"53"}},
+        ConnectionChoice{"RemotePort", {"--port=80"}, {"65535"}},
+        ConnectionChoice{"SeveralPorts", {"--port=22,80"}, {"22", "65535", "22"}},
+        ConnectionChoice{"Listening", {"--listening"}, {"22", "22"}}),
     [](const auto& row) { return row.param.name; });
+
+} // namespace

@@ -1,6 +1,7 @@
 #include "Samples.h"
 #include "Tool.h"
 
+#include <gtest/gtest.h>
 #include <ostream>
 
 using HostPack::AddEverything;
@@ -13,7 +14,7 @@ using HostPack::Words;
 namespace {
 
 /// Options that a user gives, and what one column of the result then holds.
-struct Choice {
+struct OptionChoice {
     const char* name;
     const char* path;
     Words options;
@@ -21,11 +22,11 @@ struct Choice {
     std::vector<nlohmann::json> values;
 };
 
-std::ostream& operator<<(std::ostream& out, const Choice& choice) {
+std::ostream& operator<<(std::ostream& out, const OptionChoice& choice) {
     return out << choice.path;
 }
 
-class OptionsTest : public testing::TestWithParam<Choice> {};
+class OptionsTest : public testing::TestWithParam<OptionChoice> {};
 
 const char kProcesses[] = "system process list";
 const char kUsers[] = "system user list";
@@ -39,7 +40,7 @@ const char kModules[] = "kernel module list";
 const char kParameters[] = "kernel parameter list";
 const char kPackages[] = "software package list";
 
-const std::vector<Choice> kChoices = {
+const std::vector<OptionChoice> kChoices = {
     {"Processes", kProcesses, {}, "PID", {1, 3, 20}},
     {"ProcessesOfUsers", kProcesses, {"--user", "ada", "-u", "42"}, "PID", {3}},
     {"ProcessesInStates", kProcesses, {"--state=idle", "-s", "running"}, "PID", {3, 20}},
@@ -103,8 +104,6 @@ const std::vector<Choice> kChoices = {
     {"Package", "software package get", {"-n", "zsh", "-n", "libx:i386"}, "Name", {"zsh", "libx"}},
 };
 
-} // namespace
-
 TEST_P(OptionsTest, OptionsReachTheProgramAndThoseLeftOutDoNot) {
     const Machine machine;
     AddEverything(machine);
@@ -115,8 +114,6 @@ TEST_P(OptionsTest, OptionsReachTheProgramAndThoseLeftOutDoNot) {
 
 INSTANTIATE_TEST_SUITE_P(All, OptionsTest, testing::ValuesIn(kChoices),
                          [](const auto& row) { return row.param.name; });
-
-namespace {
 
 /// Options that a constraint refuses, and what the tool says.
 struct Refusal {
@@ -165,8 +162,6 @@ const std::vector<Refusal> kRefusals = {
      "Unable to find the package 'nor': /var/lib/dpkg/status does not list it\n"},
 };
 
-} // namespace
-
 TEST_P(RefusalTest, NothingIsPrintedButTheErrors) {
     const Machine machine;
     AddEverything(machine);
@@ -178,3 +173,5 @@ TEST_P(RefusalTest, NothingIsPrintedButTheErrors) {
 
 INSTANTIATE_TEST_SUITE_P(All, RefusalTest, testing::ValuesIn(kRefusals),
                          [](const auto& row) { return row.param.name; });
+
+} // namespace

@@ -1,6 +1,7 @@
 #include "Samples.h"
 
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <ostream>
 #include <unistd.h>
 
@@ -16,8 +17,6 @@ namespace {
 std::string Bytes(const char* text, std::size_t size) {
     return std::string(text, size);
 }
-
-} // namespace
 
 TEST(ProcessesTest, List_NumbersOfProcessesAreInNumericalOrder) {
     const Machine machine;
@@ -142,22 +141,18 @@ TEST(ProcessesTest, Get_SeveralThatEnded_EachHasAnErrorLineAndThereIsNoDocument)
                           "ERROR:Unable to read /proc/9/stat: No such file or directory\n"));
 }
 
-namespace {
-
 /// Options of the list and the processes of `AddProcesses` that they leave, in order.
-struct Choice {
+struct ProcessChoice {
     const char* name;
     Words options;
     Words pids;
 };
 
-std::ostream& operator<<(std::ostream& out, const Choice& choice) {
+std::ostream& operator<<(std::ostream& out, const ProcessChoice& choice) {
     return out << choice.name;
 }
 
-class ProcessChoiceTest : public testing::TestWithParam<Choice> {};
-
-} // namespace
+class ProcessChoiceTest : public testing::TestWithParam<ProcessChoice> {};
 
 TEST_P(ProcessChoiceTest, List_OptionsChooseAndSort) {
     const Machine machine;
@@ -169,18 +164,20 @@ TEST_P(ProcessChoiceTest, List_OptionsChooseAndSort) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, ProcessChoiceTest,
-    testing::Values(Choice{"UserByName", {"--user=ada"}, {"3"}},
-                    Choice{"UserByNumber", {"--user=1000"}, {"3"}},
-                    Choice{"SeveralUsers", {"--user=ada,root"}, {"1", "3", "20"}},
-                    Choice{"State", {"--state=idle,running"}, {"3", "20"}},
-                    Choice{"Pattern", {"--match=k*:?"}, {"20"}},
-                    Choice{"KernelThreads", {"--kernel-threads=yes"}, {"20"}},
-                    Choice{"NoKernelThreads", {"--kernel-threads=F"}, {"1", "3"}},
-                    Choice{"ByName", {"--sort=name"}, {"3", "1", "20"}},
-                    Choice{"ByMemory", {"--sort=memory"}, {"3", "1", "20"}},
-                    Choice{"ByProcessorTime", {"--sort=cpu"}, {"3", "1", "20"}},
-                    Choice{"Reversed", {"--reverse"}, {"20", "3", "1"}},
-                    Choice{"Limit", {"--limit=2"}, {"1", "3"}},
-                    Choice{"LimitBeyondAll", {"--limit=9"}, {"1", "3", "20"}},
-                    Choice{"LimitOfTheReversed", {"--reverse", "--limit=1"}, {"20"}}),
+    testing::Values(ProcessChoice{"UserByName", {"--user=ada"}, {"3"}},
+                    ProcessChoice{"UserByNumber", {"--user=1000"}, {"3"}},
+                    ProcessChoice{"SeveralUsers", {"--user=ada,root"}, {"1", "3", "20"}},
+                    ProcessChoice{"State", {"--state=idle,running"}, {"3", "20"}},
+                    ProcessChoice{"Pattern", {"--match=k*:?"}, {"20"}},
+                    ProcessChoice{"KernelThreads", {"--kernel-threads=yes"}, {"20"}},
+                    ProcessChoice{"NoKernelThreads", {"--kernel-threads=F"}, {"1", "3"}},
+                    ProcessChoice{"ByName", {"--sort=name"}, {"3", "1", "20"}},
+                    ProcessChoice{"ByMemory", {"--sort=memory"}, {"3", "1", "20"}},
+                    ProcessChoice{"ByProcessorTime", {"--sort=cpu"}, {"3", "1", "20"}},
+                    ProcessChoice{"Reversed", {"--reverse"}, {"20", "3", "1"}},
+                    ProcessChoice{"Limit", {"--limit=2"}, {"1", "3"}},
+                    ProcessChoice{"LimitBeyondAll", {"--limit=9"}, {"1", "3", "20"}},
+                    ProcessChoice{"LimitOfTheReversed", {"--reverse", "--limit=1"}, {"20"}}),
     [](const auto& row) { return row.param.name; });
+
+} // namespace

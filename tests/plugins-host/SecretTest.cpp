@@ -5,6 +5,7 @@
 #include <CppTools/autocli/CliDispatcher.h>
 #include <CppTools/autocli/OptionParser.h>
 #include <CppTools/autocli/plugins/ShellCmd.h>
+#include <gtest/gtest.h>
 
 using HostPack::AddSystemFacts;
 using HostPack::Machine;
@@ -22,8 +23,6 @@ std::string& LastCommandLine() {
 void RememberCommandLine(const std::string& line, int) {
     LastCommandLine() = line;
 }
-
-} // namespace
 
 TEST(SecretTest, GivenSecret_IsNotOnTheCommandLineOfTheProgram) {
     CppTools::AutoCli::CliDispatcher dispatcher;
@@ -61,3 +60,5 @@ TEST(SecretTest, EmptySecret_MatchesWhatIsEmpty) {
                        "[{\"Matches\": True, \"Name\": \"\"\"NOTHING\"\"\", \"Size\": 0, "
                        "\"Value\": \"\"\"\"\"\", }, ]\n");
 }
+
+} // namespace

@@ -1,5 +1,6 @@
 #include "Samples.h"
 
+#include <gtest/gtest.h>
 #include <ostream>
 
 using HostPack::AddPackages;
@@ -73,19 +74,17 @@ TEST(PackagesTest, List_UnknownOrder_IsAnError) {
 
 namespace {
 
-struct Choice {
+struct PackageChoice {
     const char* name;
     Words options;
     Words names;
 };
 
-std::ostream& operator<<(std::ostream& out, const Choice& choice) {
+std::ostream& operator<<(std::ostream& out, const PackageChoice& choice) {
     return out << choice.name;
 }
 
-class PackageChoiceTest : public testing::TestWithParam<Choice> {};
-
-} // namespace
+class PackageChoiceTest : public testing::TestWithParam<PackageChoice> {};
 
 TEST_P(PackageChoiceTest, List_OptionsChooseAndSort) {
     const Machine machine;
@@ -97,12 +96,14 @@ TEST_P(PackageChoiceTest, List_OptionsChooseAndSort) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, PackageChoiceTest,
-    testing::Values(Choice{"Installed", {}, {"libx", "libx", "zsh"}},
-                    Choice{"All", {"--all"}, {"libx", "libx", "old", "zsh"}},
-                    Choice{"Pattern", {"--match=?sh"}, {"zsh"}},
-                    Choice{"Section", {"--section=net,libs"}, {"libx"}},
-                    Choice{"Priority", {"--priority=optional,required"}, {"libx", "zsh"}},
-                    Choice{"MinimumSize", {"--minimum-size=31"}, {"zsh"}},
-                    Choice{"ByName", {"--sort=name"}, {"libx", "libx", "zsh"}},
-                    Choice{"BySize", {"--sort=size"}, {"zsh", "libx", "libx"}}),
+    testing::Values(PackageChoice{"Installed", {}, {"libx", "libx", "zsh"}},
+                    PackageChoice{"All", {"--all"}, {"libx", "libx", "old", "zsh"}},
+                    PackageChoice{"Pattern", {"--match=?sh"}, {"zsh"}},
+                    PackageChoice{"Section", {"--section=net,libs"}, {"libx"}},
+                    PackageChoice{"Priority", {"--priority=optional,required"}, {"libx", "zsh"}},
+                    PackageChoice{"MinimumSize", {"--minimum-size=31"}, {"zsh"}},
+                    PackageChoice{"ByName", {"--sort=name"}, {"libx", "libx", "zsh"}},
+                    PackageChoice{"BySize", {"--sort=size"}, {"zsh", "libx", "libx"}}),
     [](const auto& row) { return row.param.name; });
+
+} // namespace

@@ -1,5 +1,6 @@
 #include "Samples.h"
 
+#include <gtest/gtest.h>
 #include <sys/statvfs.h>
 
 using HostPack::AddDevices;
@@ -22,8 +23,6 @@ std::string Mount(const std::string& mountPoint, const std::string& options = "r
 std::string KiloBytes(const struct statvfs& numbers, fsblkcnt_t blocks) {
     return std::to_string(blocks * numbers.f_frsize / 1024);
 }
-
-} // namespace
 
 TEST(FilesystemsTest, List_SizesAreThoseOfTheMountPoint) {
     const Machine machine;
@@ -164,3 +163,5 @@ TEST(BlockDevicesTest, List_NoSysfs_ErrorSaysWhatAndWhy) {
     EXPECT_TRUE(FailsWith(machine.Ask({"device", "list"}),
                           "ERROR:Unable to read /sys/block: No such file or directory\n"));
 }
+
+} // namespace

@@ -1,5 +1,6 @@
 #include "Samples.h"
 
+#include <gtest/gtest.h>
 #include <ostream>
 
 using HostPack::AddSystemFacts;
@@ -18,8 +19,6 @@ std::string Environ(const Words& entries) {
     }
     return text;
 }
-
-} // namespace
 
 TEST(UptimeTest, Get_DaysAndTime_AreTakenFromTheSeconds) {
     const Machine machine;
@@ -127,8 +126,6 @@ TEST(UsersTest, List_NoPasswdFile_ErrorSaysWhatAndWhy) {
                           "ERROR:Unable to read /etc/passwd: No such file or directory\n"));
 }
 
-namespace {
-
 struct UserChoice {
     const char* name;
     std::string option;
@@ -140,8 +137,6 @@ std::ostream& operator<<(std::ostream& out, const UserChoice& choice) {
 }
 
 class UserChoiceTest : public testing::TestWithParam<UserChoice> {};
-
-} // namespace
 
 TEST_P(UserChoiceTest, List_OptionChooses) {
     const Machine machine;
@@ -213,3 +208,5 @@ TEST(EnvironmentTest, Get_TextOnInputWithoutComparison_IsReadAndIgnored) {
               "{'Matches' => 'false', 'Name' => 'a', 'Size' => '12', "
               "'Value' => '$val{secret}', }");
 }
+
+} // namespace

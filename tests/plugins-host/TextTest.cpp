@@ -1,5 +1,6 @@
 #include "Machine.h"
 
+#include <gtest/gtest.h>
 #include <ostream>
 
 using HostPack::Column;
@@ -45,8 +46,6 @@ const std::vector<Name> kNames = {
      "\\xef\\xbf\\xbe\\xef\\xbf\\xbf\xEF\xBF\xBD"},
 };
 
-} // namespace
-
 TEST_P(NameTest, NameOfProcess_DocumentStaysWellFormedAndHoldsTheName) {
     const Machine machine;
     machine.AddProcess({.pid = 1, .name = GetParam().onMachine});
@@ -86,8 +85,6 @@ TEST(ErrorLineTest, NameWithLineEndsAndInvalidBytes_ErrorStaysOneLine) {
         "ERROR:Unable to read /proc/sys/a\\nERROR:b\\r\\xff: No such file or directory\n"));
 }
 
-namespace {
-
 /// Words that no descriptor passes, and what the program says to them.
 struct Misuse {
     const char* title;
@@ -100,8 +97,6 @@ std::ostream& operator<<(std::ostream& out, const Misuse& misuse) {
 }
 
 class MisuseTest : public testing::TestWithParam<Misuse> {};
-
-} // namespace
 
 TEST_P(MisuseTest, WordsThatNoDescriptorPasses_ErrorSaysWhatIsWrong) {
     const Machine machine;
@@ -140,3 +135,5 @@ TEST(ArgumentsTest, UnfilledPlaceholders_CountAsOptionsThatWereNotGiven) {
                      "PID"),
               (Words{"1"}));
 }
+
+} // namespace
