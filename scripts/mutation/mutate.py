@@ -69,7 +69,10 @@ class Copy:
             source.write_text(text)
 
 
-def limit_memory():
+def prepare():
+    """Limits what a faulty program can take, and gives it the signals of one in the foreground."""
+    for number in (signal.SIGHUP, signal.SIGINT, signal.SIGQUIT):
+        signal.signal(number, signal.SIG_DFL)
     resource.setrlimit(resource.RLIMIT_AS, (MEMORY_LIMIT, MEMORY_LIMIT))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
@@ -78,7 +81,7 @@ def passes(program, environment, seconds):
     """Whether a test program passes; all that it started is ended with it."""
     run = subprocess.Popen([program, "--gtest_brief=1", "--gtest_fail_fast"], env=environment,
                            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                           stderr=subprocess.DEVNULL, preexec_fn=limit_memory, start_new_session=True)
+                           stderr=subprocess.DEVNULL, preexec_fn=prepare, start_new_session=True)
     try:
         return run.wait(seconds) == 0
     except subprocess.TimeoutExpired:

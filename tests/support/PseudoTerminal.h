@@ -5,6 +5,9 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <iostream>
 #include <pty.h>
 #include <stdexcept>
 #include <string>
@@ -46,6 +49,10 @@ class PseudoTerminal {
             Close(keyboard_);
             if (login_tty(line_) != 0) {
                 _exit(98);
+            }
+            // As at a login: whoever started the tests in the background had these ignored.
+            for (const int signal : {SIGHUP, SIGINT, SIGQUIT}) {
+                std::signal(signal, SIG_DFL);
             }
             EndWith(body);
         }
