@@ -182,6 +182,19 @@ TEST(GetSubFieldSharingTest, ResultIsTheFieldsOwnObject) {
     EXPECT_EQ(GetSubField(root, "a"), root->GetField("a"));
 }
 
+TEST(GetSubFieldSharingTest, NoByteButTheDotPartsAName) {
+    for (int byte = 0; byte < 256; ++byte) {
+        if (byte == '.') {
+            continue;
+        }
+        const std::string name{'a', static_cast<char>(byte), 'b'};
+        const auto root = MetaStruct::New("Root");
+        root->SetField(name, "whole");
+        root->SetField("b", "part");
+        EXPECT_EQ(GetSubField(root, name), root->GetField(name)) << byte;
+    }
+}
+
 TEST(GetSubFieldSharingTest, NoStructure_HasNoFields) {
     for (const char* path : {"", "a", "a.x", "."}) {
         EXPECT_EQ(GetSubField(nullptr, path), nullptr) << path;
