@@ -7,6 +7,7 @@ LITERALS_AND_COMMENTS = re.compile(
     r"//[^\n]*|/\*.*?\*/|R\"\((?:.*?)\)\"|\"(?:\\.|[^\"\\\n])*\"|'(?:\\.|[^'\\\n])+'", re.DOTALL)
 COMPARISONS = {"==": "!=", "!=": "==", "<=": ">", ">=": "<", "&&": "||", "||": "&&"}
 ORDERINGS = {"<": ("<=", ">="), ">": (">=", "<=")}
+APPENDS = re.compile(r"AddErrorMessage\(|ReportMismatch\(|push_back\(|emplace_back\(|append\(| << | \+= ")
 DECLARATION = re.compile(
     r"(return|using|const|auto|namespace|throw|break|continue|case|default|static|typedef|struct|class|enum)\b")
 
@@ -74,7 +75,10 @@ def find_literals(text, code, add):
 
 
 def find_statements(text, code, add):
-    """Statements of one line that can be left out, and neighbours that can change places."""
+    """Statements of one line that can be left out, and neighbours that append something.
+
+    Those can change places; most other neighbours may stand in either order.
+    """
     position = 0
     above = None
     opens = True
@@ -83,10 +87,11 @@ def find_statements(text, code, add):
         position = end
         stripped = line.strip()
         statement = (opens and stripped.endswith(";") and line.startswith("    ")
+                     and not stripped.endswith(("= delete;", "= default;"))
                      and not DECLARATION.match(stripped))
         if statement:
             add("drop", start, end, "\n")
-            if above:
+            if above and APPENDS.search(line) and APPENDS.search(code[above[0] : above[1]]):
                 swapped = text[start:end] + text[above[0] : above[1]]
                 add("swap", above[0], end, swapped)
         above = (start, end) if statement else None

@@ -1,6 +1,7 @@
 """Puts faults into a copy of the library and runs the tests against each. See ../mutate.sh."""
 
 import argparse
+import filecmp
 import os
 import pathlib
 import random
@@ -30,6 +31,12 @@ def read_options():
     return parser.parse_args()
 
 
+def copy_if_changed(original, target):
+    """Leaves the time of an equal file alone: a source that was mended must be compiled again."""
+    if not os.path.exists(target) or not filecmp.cmp(original, target, shallow=False):
+        shutil.copyfile(original, target)
+
+
 class Copy:
     """A copy of the sources with a build tree of the library of its own."""
 
@@ -38,11 +45,11 @@ class Copy:
         self.build = folder.resolve() / "build"
         for name in (LIBRARY, "cmake", "tandril", "plugins", "CMakeLists.txt"):
             original, target = pathlib.Path(name), self.sources / name
+            target.parent.mkdir(parents=True, exist_ok=True)
             if original.is_dir():
-                shutil.copytree(original, target, dirs_exist_ok=True)
+                shutil.copytree(original, target, dirs_exist_ok=True, copy_function=copy_if_changed)
             else:
-                target.parent.mkdir(parents=True, exist_ok=True)
-                shutil.copy2(original, target)
+                copy_if_changed(original, target)
         subprocess.run(
             ["cmake", "-S", self.sources, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Debug",
              "-DCPPTOOLS_BUILD_TESTS=OFF", "-DCPPTOOLS_BUILD_BENCHMARKS=OFF"],

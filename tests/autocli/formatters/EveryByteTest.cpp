@@ -68,6 +68,10 @@ const Escapes kEntities = AsTheyAreBut({{'&', "&amp;"},
                                         {'"', "&quot;"},
                                         {'\'', "&apos;"}});
 
+const Escapes kIndentedInCells = AsTheyAreBut({{'\n', "\n       "}});
+
+const Escapes kIndentedBehindOptions = AsTheyAreBut({{'\n', "\n           "}});
+
 const Escapes kPythonEscapes = AsTheyAreBut({{'"', "\\\""}, {'\n', "\\n"}});
 
 const Escapes kJsonEscapes = {
@@ -105,7 +109,7 @@ const Escapes kJsonEscapes = {
     "\\u00f8", "\\u00f9", "\\u00fa", "\\u00fb", "\\u00fc", "\\u00fd", "\\u00fe", "\\u00ff"};
 
 struct Place : TestSupport::NamedRow {
-    Escapes escapes;
+    std::reference_wrapper<const Escapes> escapes; // Rows are copied, and at every start.
     std::string before;
     std::string after;
     std::function<std::string(const std::string& text)> render;
@@ -116,7 +120,7 @@ class EveryByteTest : public testing::TestWithParam<Place> {};
 TEST_P(EveryByteTest, ArrivesAsTheTableSays) {
     for (std::size_t code = 0; code < 256; ++code) {
         const std::string text{'a', static_cast<char>(code), static_cast<char>(code), 'b'};
-        const std::string& escape = GetParam().escapes[code];
+        const std::string& escape = GetParam().escapes.get()[code];
         EXPECT_EQ(GetParam().render(text),
                   GetParam().before + "a" + escape + escape + "b" + GetParam().after)
             << "byte " << code;
@@ -128,7 +132,7 @@ TEST_P(EveryByteTest, ArrivesAmongAllTheOthers) {
     std::string written;
     for (std::size_t code = 256; code-- > 0;) {
         text += static_cast<char>(code);
-        written += GetParam().escapes[code];
+        written += GetParam().escapes.get()[code];
     }
     EXPECT_EQ(GetParam().render(text), GetParam().before + written + GetParam().after);
 }
@@ -205,7 +209,7 @@ INSTANTIATE_TEST_SUITE_P(
               Showing<TableFormatter>([](const std::string& text) { return RowOf("first", text); },
                                       {{"show-header", "false"}})},
         Place{{"WrappedCell"},
-              AsTheyAreBut({{'\n', "\n       "}}),
+              kIndentedInCells,
               "first  ",
               "\n",
               Showing<TableFormatter>([](const std::string& text) { return RowOf("first", text); },
@@ -286,7 +290,7 @@ INSTANTIATE_TEST_SUITE_P(
                               return HelpRecord(OptionList({{text, "", "One."}}), ExampleList({}));
                           })},
                     Place{{"OptionDescription"},
-                          AsTheyAreBut({{'\n', "\n           "}}),
+                          kIndentedBehindOptions,
                           kHelpHeading + std::string("     --a   "),
                           "\n",
                           Showing<CommandHelpFormatter>([](const std::string& text) {

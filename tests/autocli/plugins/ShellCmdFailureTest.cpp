@@ -27,7 +27,9 @@ using TestSupport::SignalHandling;
 using TestSupport::ThrownBy;
 
 /// More than any pipe holds.
-const std::string kLargeInput(4UL * 1024 * 1024, 'x');
+std::string LargeInput() {
+    return std::string(4UL * 1024 * 1024, 'x');
+}
 
 /// The longest line that the system takes is far shorter.
 std::string TooLongCommand() {
@@ -36,26 +38,26 @@ std::string TooLongCommand() {
 
 TEST(ShellCmdFailureTest, UnreadInput_IsAFailureToWrite) {
     const SignalHandling plain(SIGPIPE, SIG_DFL);
-    EXPECT_EQ(ThrownBy([] { RunInShell("exit 0", kLargeInput); }),
+    EXPECT_EQ(ThrownBy([] { RunInShell("exit 0", LargeInput()); }),
               "Unable to write to sub-process: Broken pipe");
 }
 
 TEST(ShellCmdFailureTest, UnreadInput_ReadOnlyInPartIsAFailureToo) {
     const SignalHandling plain(SIGPIPE, SIG_DFL);
-    EXPECT_EQ(ThrownBy([] { RunInShell("head -c 100000 >/dev/null", kLargeInput); }),
+    EXPECT_EQ(ThrownBy([] { RunInShell("head -c 100000 >/dev/null", LargeInput()); }),
               "Unable to write to sub-process: Broken pipe");
 }
 
 TEST(ShellCmdFailureTest, UnreadInput_LeavesNoChildAndNoDescriptor) {
     const auto before = CountOpenDescriptors();
-    ThrownBy([] { RunInShell("exit 0", kLargeInput); });
+    ThrownBy([] { RunInShell("exit 0", LargeInput()); });
     EXPECT_TRUE(HasNoChild());
     EXPECT_EQ(CountOpenDescriptors(), before);
 }
 
 TEST(ShellCmdFailureTest, UnreadInput_TheListenerIsNotTold) {
     const ListenerLog log;
-    ThrownBy([] { RunInShell("exit 0", kLargeInput); });
+    ThrownBy([] { RunInShell("exit 0", LargeInput()); });
     EXPECT_TRUE(ListenerLog::Entries().empty());
 }
 
@@ -64,7 +66,7 @@ volatile std::sig_atomic_t pipeSignals = 0;
 TEST(ShellCmdFailureTest, UnreadInput_TheCallersHandlerOfSigpipeIsNotCalled) {
     const SignalHandling counting(SIGPIPE, [](int) { pipeSignals = pipeSignals + 1; });
     pipeSignals = 0;
-    ThrownBy([] { RunInShell("exit 0", kLargeInput); });
+    ThrownBy([] { RunInShell("exit 0", LargeInput()); });
     EXPECT_EQ(pipeSignals, 0);
 }
 
@@ -74,7 +76,7 @@ TEST(ShellCmdFailureTest, UnreadInput_SignalsAreAsBeforeAfterwards) {
     sigset_t before = {};
     sigset_t after = {};
     sigprocmask(SIG_SETMASK, nullptr, &before);
-    ThrownBy([] { RunInShell("exit 0", kLargeInput); });
+    ThrownBy([] { RunInShell("exit 0", LargeInput()); });
     sigprocmask(SIG_SETMASK, nullptr, &after);
     EXPECT_EQ(sigismember(&after, SIGPIPE), sigismember(&before, SIGPIPE));
     std::raise(SIGPIPE);
@@ -90,7 +92,7 @@ TEST(ShellCmdFailureTest, UnreadInput_ASignalThatWasWaitingStillWaits) {
     sigset_t before = {};
     sigprocmask(SIG_BLOCK, &pipeSignal, &before);
     std::raise(SIGPIPE);
-    ThrownBy([] { RunInShell("exit 0", kLargeInput); });
+    ThrownBy([] { RunInShell("exit 0", LargeInput()); });
     EXPECT_EQ(pipeSignals, 0);
     sigprocmask(SIG_SETMASK, &before, nullptr);
     EXPECT_EQ(pipeSignals, 1);
@@ -253,7 +255,7 @@ class InterruptedShellCmdTest : public testing::Test {
 };
 
 TEST_F(InterruptedShellCmdTest, Write_IsRetried) {
-    EXPECT_EQ(RunInShell(Interrupting("", "wc -c"), kLargeInput).output, "4194304\n");
+    EXPECT_EQ(RunInShell(Interrupting("", "wc -c"), LargeInput()).output, "4194304\n");
     EXPECT_GT(interruptions, 0);
 }
 
