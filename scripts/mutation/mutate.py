@@ -109,7 +109,7 @@ def programs_in_order(tests, path, durations):
 
 def time_programs(tests, environment):
     durations = {}
-    for program in sorted(tests.resolve().glob("**/*_tests")):
+    for program in sorted(tests.glob("**/*_tests")):
         begin = time.monotonic()
         if not passes(program, environment, 600):
             sys.exit(f"{program} fails without any fault")

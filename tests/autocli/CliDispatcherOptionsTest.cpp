@@ -18,6 +18,7 @@ using CppTools::AutoCli::OptionParser;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
+using TestSupport::kRowName;
 using TestSupport::LongText;
 using TestSupport::NamespaceDescriptor;
 using TestSupport::OutdatedDescriptor;
@@ -251,7 +252,7 @@ INSTANTIATE_TEST_SUITE_P(
                     WidthRow{{"SixteenBitsAndMore"}, "65616", 7},
                     WidthRow{{"ThirtyTwoBitsAndMore"}, "4294967376", 7},
                     WidthRow{{"OutOfRange"}, "99999999999999999999", 7}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 /// Fills a display that was 7 by 3 before, in a child on the terminal, and shows it there.
 std::string DisplayOn(PseudoTerminal& terminal, CliDispatcher& dispatcher) {
@@ -326,6 +327,6 @@ INSTANTIATE_TEST_SUITE_P(
                     FormatParamRow{{"LineEndInKey"}, "a\nb=c", "", ""},
                     FormatParamRow{{"UmlautInKey"}, "\xc3\xa4=c", "", ""},
                     FormatParamRow{{"LongKeyWithoutEquals"}, kMillion, "", ""}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 } // namespace

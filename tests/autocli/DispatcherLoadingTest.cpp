@@ -21,6 +21,7 @@
 using CppTools::AutoCli::Dispatcher;
 using CppTools::Host::Feature;
 using testing::ElementsAre;
+using TestSupport::kRowName;
 using TestSupport::NamespaceDescriptor;
 using TestSupport::OutdatedDescriptor;
 using TestSupport::OutdatedMessage;
@@ -135,7 +136,7 @@ INSTANTIATE_TEST_SUITE_P(
                     IgnoredRow{{"LineEndBehind"}, "a.xml\n"}, IgnoredRow{{"NoDot"}, "axml"},
                     IgnoredRow{{"LibraryOnTheFirstLine"}, "a.so\nb"},
                     IgnoredRow{{"DescriptorOnTheFirstLine"}, "a.xml\nb"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST_F(DispatcherLoadingTest, AddPlugin_NothingBeforeTheExtension_IsIgnored) {
     for (const char* path : {".xml", ".so", ""}) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 using CppTools::AutoCli::AutoCli_IsValidName;
+using TestSupport::kRowName;
 using TestSupport::LongText;
 
 namespace {
@@ -85,6 +86,6 @@ INSTANTIATE_TEST_SUITE_P(
                     NameRow{{"MillionAndADash"}, LongText("a", kMillion - 1) + "-", false},
                     NameRow{{"MillionCamelsAndADash"}, LongText("aB", kMillion / 2) + "-", false},
                     NameRow{{"MillionAndTwoUpperCase"}, LongText("a", kMillion - 2) + "BB", false}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 } // namespace

@@ -13,6 +13,7 @@ using CppTools::AutoCli::OptionParser;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
+using TestSupport::kRowName;
 using TestSupport::LongText;
 
 namespace {
@@ -52,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(Options, OptionWordTest,
                                          WordRow{{"ValueOfTwoLines"}, "--ab=x\ny", true},
                                          WordRow{{"LongName"}, "--" + kMillion, true},
                                          WordRow{{"LongValue"}, "--ab=" + kMillion, true}),
-                         [](const auto& row) { return row.param.name; });
+                         kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Others, OptionWordTest,
@@ -70,7 +71,7 @@ INSTANTIATE_TEST_SUITE_P(
         WordRow{{"LineEndBehindName"}, "--ab\n", false},
         WordRow{{"Umlaut"}, "--\xc3\xa4\xc3\xb6", false},
         WordRow{{"LongNameWithUnderscore"}, "--" + kMillion + "_", false}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 OptionParser Parsed(const std::vector<std::string>& words) {
     OptionParser parser;

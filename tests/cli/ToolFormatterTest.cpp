@@ -165,13 +165,18 @@ void PrintTo(const Rendering& rendering, std::ostream* out) {
     *out << testing::PrintToString(rendering.options) << " " << rendering.command;
 }
 
-class ToolFormatterTest : public testing::TestWithParam<Rendering> {};
-
-TEST_P(ToolFormatterTest, Result_IsPrintedAsAskedFor) {
+/// Runs "box disk" or "box disks" with these options in front.
+ChildRun RunWith(const Words& options, const std::string& command) {
     Boxes boxes;
     boxes.AddDisk();
     boxes.AddDisks();
-    const ChildRun run = boxes.Run(Cli::Join(GetParam().options, {"box", GetParam().command}));
+    return boxes.Run(Cli::Join(options, {"box", command}));
+}
+
+class ToolFormatterTest : public testing::TestWithParam<Rendering> {};
+
+TEST_P(ToolFormatterTest, Result_IsPrintedAsAskedFor) {
+    const ChildRun run = RunWith(GetParam().options, GetParam().command);
     EXPECT_EQ(run.out, GetParam().out);
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.status, 0);
@@ -245,10 +250,7 @@ void PrintTo(const Misfit& misfit, std::ostream* out) {
 class ToolMisfitFormatterTest : public testing::TestWithParam<Misfit> {};
 
 TEST_P(ToolMisfitFormatterTest, IsReportedAndEndsWith1) {
-    Boxes boxes;
-    boxes.AddDisk();
-    boxes.AddDisks();
-    const ChildRun run = boxes.Run(Cli::Join(GetParam().options, {"box", GetParam().command}));
+    const ChildRun run = RunWith(GetParam().options, GetParam().command);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err, GetParam().err);
     EXPECT_EQ(run.status, 1);

@@ -205,7 +205,8 @@ TEST_F(ToolSecretTest, Terminal_EchoesWhileTheToolIsStoppedAndNotWhenItGoesOn) {
     const pid_t shell = terminal.Start([&] {
         // The shell has to be the one who hears of the stop, as it is for a user.
         const std::string script = "set -m; \"$@\"; echo stopped; read -r line; fg >/dev/null";
-        Cli::Become("/bin/sh", Cli::Join({"sh", "-c", script, "sh", TANDRIL_PROGRAM}, words));
+        TestSupport::Become("/bin/sh",
+                            Cli::Join({"sh", "-c", script, "sh", TANDRIL_PROGRAM}, words));
     });
     EXPECT_EQ(terminal.ReadUntil(": "), "Enter value for 'pass-word': ");
     terminal.AwaitSilence();

@@ -1,4 +1,5 @@
 #include "Machine.h"
+#include "tests/support/ProgramRun.h"
 
 #include <CppTools/autocli/plugins/XmlUtil.h>
 #include <CppTools/metaobj/MetaList.h>
@@ -7,7 +8,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
-#include <unistd.h>
 
 namespace HostPack {
 
@@ -20,16 +20,12 @@ ChildRun Run(const std::string& program, const Words& words, const std::string& 
              const Environment& environment) {
     return TestSupport::RunInChild(
         [&] {
-            std::vector<char*> arguments{const_cast<char*>(program.c_str())};
-            for (const std::string& word : words) {
-                arguments.push_back(const_cast<char*>(word.c_str()));
-            }
-            arguments.push_back(nullptr);
             for (const auto& [name, value] : environment) {
                 setenv(name.c_str(), value.c_str(), 1);
             }
-            execv(program.c_str(), arguments.data());
-            throw std::runtime_error("unable to run " + program);
+            Words called{program};
+            called.insert(called.end(), words.begin(), words.end());
+            TestSupport::Become(program, called);
         },
         input);
 }

@@ -1,4 +1,5 @@
 #include "Samples.h"
+#include "tests/support/NamedRow.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -12,6 +13,7 @@ using HostPack::kRouteHeader;
 using HostPack::Machine;
 using HostPack::ResultOf;
 using HostPack::Words;
+using TestSupport::kRowName;
 
 TEST(InterfacesTest, List_EveryFieldOfAnInterface) {
     const Machine machine;
@@ -186,6 +188,6 @@ INSTANTIATE_TEST_SUITE_P(
         ConnectionChoice{"RemotePort", {"--port=80"}, {"65535"}},
         ConnectionChoice{"SeveralPorts", {"--port=22,80"}, {"22", "65535", "22"}},
         ConnectionChoice{"Listening", {"--listening"}, {"22", "22"}}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 } // namespace

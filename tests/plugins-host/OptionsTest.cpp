@@ -1,5 +1,6 @@
 #include "Samples.h"
 #include "Tool.h"
+#include "tests/support/NamedRow.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -10,6 +11,7 @@ using HostPack::JsonOf;
 using HostPack::Machine;
 using HostPack::ToolOn;
 using HostPack::Words;
+using TestSupport::kRowName;
 
 namespace {
 
@@ -112,8 +114,7 @@ TEST_P(OptionsTest, OptionsReachTheProgramAndThoseLeftOutDoNot) {
     EXPECT_EQ(JsonColumn(JsonOf(run), GetParam().field), GetParam().values);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, OptionsTest, testing::ValuesIn(kChoices),
-                         [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(All, OptionsTest, testing::ValuesIn(kChoices), kRowName);
 
 /// Options that a constraint refuses, and what the tool says.
 struct Refusal {
@@ -171,7 +172,6 @@ TEST_P(RefusalTest, NothingIsPrintedButTheErrors) {
     EXPECT_EQ(run.err, std::string("Errors: \n") + GetParam().errors);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, RefusalTest, testing::ValuesIn(kRefusals),
-                         [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(All, RefusalTest, testing::ValuesIn(kRefusals), kRowName);
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "Samples.h"
+#include "tests/support/NamedRow.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@ using HostPack::FailsWith;
 using HostPack::Machine;
 using HostPack::ResultOf;
 using HostPack::Words;
+using TestSupport::kRowName;
 
 namespace {
 
@@ -178,6 +180,6 @@ INSTANTIATE_TEST_SUITE_P(
                     ProcessChoice{"Limit", {"--limit=2"}, {"1", "3"}},
                     ProcessChoice{"LimitBeyondAll", {"--limit=9"}, {"1", "3", "20"}},
                     ProcessChoice{"LimitOfTheReversed", {"--reverse", "--limit=1"}, {"20"}}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 } // namespace

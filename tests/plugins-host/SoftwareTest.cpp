@@ -1,4 +1,5 @@
 #include "Samples.h"
+#include "tests/support/NamedRow.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -9,6 +10,7 @@ using HostPack::FailsWith;
 using HostPack::Machine;
 using HostPack::ResultOf;
 using HostPack::Words;
+using TestSupport::kRowName;
 
 TEST(PackagesTest, Get_EveryField) {
     const Machine machine;
@@ -104,6 +106,6 @@ INSTANTIATE_TEST_SUITE_P(
                     PackageChoice{"MinimumSize", {"--minimum-size=31"}, {"zsh"}},
                     PackageChoice{"ByName", {"--sort=name"}, {"libx", "libx", "zsh"}},
                     PackageChoice{"BySize", {"--sort=size"}, {"zsh", "libx", "libx"}}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 } // namespace

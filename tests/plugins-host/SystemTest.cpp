@@ -1,4 +1,5 @@
 #include "Samples.h"
+#include "tests/support/NamedRow.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -9,6 +10,7 @@ using HostPack::FailsWith;
 using HostPack::Machine;
 using HostPack::ResultOf;
 using HostPack::Words;
+using TestSupport::kRowName;
 
 namespace {
 
@@ -152,7 +154,7 @@ INSTANTIATE_TEST_SUITE_P(All, UserChoiceTest,
                                          UserChoice{"People", "--system=false", {"ada"}},
                                          UserChoice{"Login", "--login=1", {"root"}},
                                          UserChoice{"NoLogin", "--login=0", {"ada"}}),
-                         [](const auto& row) { return row.param.name; });
+                         kRowName);
 
 TEST(EnvironmentTest, Get_VariablesAreInTheOrderOfTheirNames) {
     const Machine machine;

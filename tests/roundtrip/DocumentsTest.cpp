@@ -13,9 +13,19 @@ using RoundTrip::Documents;
 using RoundTrip::kRefused;
 using RoundTrip::PythonTuple;
 
+/// Documents, and what is expected of each.
+using Expectations = std::vector<std::pair<std::string, std::string>>;
+
+std::string Comparison(const std::string& kind, const Expectations& expectations) {
+    Documents documents(kind);
+    for (const auto& [document, expected] : expectations) {
+        documents.Add(document, expected);
+    }
+    return documents.Compared();
+}
+
 TEST(DocumentsTest, Compared_AnyDifference_IsPrinted) {
-    Documents documents("json");
-    const std::vector<std::pair<std::string, std::string>> different = {
+    const Expectations different = {
         {"1", PythonTuple(TestSupport::Int(2))},
         {"1", PythonTuple(TestSupport::Bool(true))},
         {"true", PythonTuple(TestSupport::Int(1))},
@@ -25,10 +35,7 @@ TEST(DocumentsTest, Compared_AnyDifference_IsPrinted) {
         {"{\"a\": 1, \"a\": 1}", "('struct', b'T', [(b'a', ('int', 1))])"},
         {"[", PythonTuple(TestSupport::Ints({}))},
         {"[]", kRefused}};
-    for (const auto& [document, expected] : different) {
-        documents.Add(document, expected);
-    }
-    EXPECT_EQ(documents.Compared(),
+    EXPECT_EQ(Comparison("json", different),
               "10000.document\nexpected ('int', 2)\nread     ('int', 1)\n"
               "10001.document\nexpected ('bool', True)\nread     ('int', 1)\n"
               "10002.document\nexpected ('int', 1)\nread     ('bool', True)\n"
@@ -46,18 +53,14 @@ TEST(DocumentsTest, Compared_AnyDifference_IsPrinted) {
 }
 
 TEST(DocumentsTest, Compared_AnyDifferenceOfPython_IsPrinted) {
-    Documents documents("python");
-    const std::vector<std::pair<std::string, std::string>> different = {
+    const Expectations different = {
         {"1", PythonTuple(TestSupport::Bool(true))},
         {R"("""a\n""")", PythonTuple(TestSupport::Text("a"))},
         {"[True, ]", PythonTuple(TestSupport::Ints({1}))},
         {R"({"b": 1, "a": 1, })", "('struct', b'T', [(b'a', ('int', 1)), (b'b', ('int', 1))])"},
         {"[1", PythonTuple(TestSupport::Ints({1}))},
         {"{}", kRefused}};
-    for (const auto& [document, expected] : different) {
-        documents.Add(document, expected);
-    }
-    EXPECT_EQ(documents.Compared(),
+    EXPECT_EQ(Comparison("python", different),
               "10000.document\nexpected ('bool', True)\nread     ('int', 1)\n"
               "10001.document\nexpected ('text', b'a')\nread     ('text', b'a\\n')\n"
               "10002.document\nexpected ('list', [('int', 1)])\n"
@@ -75,8 +78,7 @@ std::string XmlWith(const std::string& metaData, const std::string& root) {
 }
 
 TEST(DocumentsTest, Compared_AnyDifferenceOfXml_IsPrinted) {
-    Documents documents("xml");
-    const std::vector<std::pair<std::string, std::string>> different = {
+    const Expectations different = {
         {XmlWith("", "<integer>1</integer>"), "([], ('int', 2))"},
         {XmlWith("", "<string>1</string>"), "([], ('int', 1))"},
         {XmlWith("", R"(<list type="integer"/>)"), "([], ('list', 'string', []))"},
@@ -84,10 +86,7 @@ TEST(DocumentsTest, Compared_AnyDifferenceOfXml_IsPrinted) {
         {XmlWith(R"(<meta-data-field name="a" value="b"/>)", ""), "([], None)"},
         {XmlWith("", "") + "<", "([], None)"},
         {XmlWith("", ""), kRefused}};
-    for (const auto& [document, expected] : different) {
-        documents.Add(document, expected);
-    }
-    EXPECT_EQ(documents.Compared(),
+    EXPECT_EQ(Comparison("xml", different),
               "10000.document\nexpected ([], ('int', 2))\nread     ([], ('int', 1))\n"
               "10001.document\nexpected ([], ('int', 1))\nread     ([], ('text', b'1'))\n"
               "10002.document\nexpected ([], ('list', 'string', []))\n"

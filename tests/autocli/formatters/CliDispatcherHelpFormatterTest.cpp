@@ -28,6 +28,7 @@ using TestSupport::DocumentedParams;
 using TestSupport::DocumentedParamsOf;
 using TestSupport::ImpostorValue;
 using TestSupport::Int;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::Record;
 using TestSupport::RenderWith;
@@ -131,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(
                     WrongRoot{{"OtherCase"}, Struct("tandrilCommandPrint", {})},
                     WrongRoot{{"LongerType"}, Struct("TandrilCommandPrint2", {})},
                     WrongRoot{{"Impostor"}, ImpostorValue::New(MetaType::Struct)}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 // --- ExtractString
 

@@ -45,6 +45,7 @@ using TestSupport::ImpostorValue;
 using TestSupport::Int;
 using TestSupport::Ints;
 using TestSupport::kHelpHeading;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::OptionList;
 using TestSupport::RenderWith;
@@ -94,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
                     WrongRoot{{"OtherCase"}, Struct("tandrilCommandHelp", {})},
                     WrongRoot{{"LongerType"}, Struct("TandrilCommandHelp2", {})},
                     WrongRoot{{"Impostor"}, ImpostorValue::New(MetaType::Struct)}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 // --- Heading
 

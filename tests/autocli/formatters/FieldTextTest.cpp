@@ -33,6 +33,7 @@ using CppTools::MetaObj::MetaObject;
 using CppTools::MetaObj::MetaString;
 using CppTools::MetaObj::MetaStruct;
 using CppTools::MetaObj::MetaType;
+using TestSupport::kRowName;
 using TestSupport::ParameterEntries;
 using TestSupport::ParametersOf;
 
@@ -53,7 +54,7 @@ INSTANTIATE_TEST_SUITE_P(Levels, GetIndentTest,
                                          IndentCase{{"Zero"}, 0, 0}, IndentCase{{"One"}, 1, 3},
                                          IndentCase{{"Two"}, 2, 6}, IndentCase{{"Seven"}, 7, 21},
                                          IndentCase{{"Thousand"}, 1000, 3000}),
-                         [](const auto& row) { return row.param.name; });
+                         kRowName);
 
 std::shared_ptr<MetaStruct> MakeStructOfEveryKind() {
     const auto st = MetaStruct::New("Every");
@@ -142,7 +143,7 @@ INSTANTIATE_TEST_SUITE_P(Plain, GetSubFieldTest,
                                          PathCase{{"CaseMatters"}, "X", "<empty>"},
                                          PathCase{{"NothingIsTrimmed"}, " x", "<empty>"},
                                          PathCase{{"EmptyName"}, "", "empty name"}),
-                         [](const auto& row) { return row.param.name; });
+                         kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Dotted, GetSubFieldTest,
@@ -157,7 +158,7 @@ INSTANTIATE_TEST_SUITE_P(
         PathCase{{"SeveralInnerAreAbsent"}, "a.no.no.b.no.x", "a.b.x"},
         PathCase{{"AllAreAbsent"}, "no.nothing", "<empty>"},
         PathCase{{"FieldWithADotInItsName"}, "dotted.name", "<empty>"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(EmptyParts, GetSubFieldTest,
                          testing::Values(PathCase{{"Trailing"}, "a.", "a."},
@@ -166,7 +167,7 @@ INSTANTIATE_TEST_SUITE_P(EmptyParts, GetSubFieldTest,
                                          PathCase{{"InnerIsNoStructure"}, "a..x", "<empty>"},
                                          PathCase{{"LeadingIsNoStructure"}, ".x", "<empty>"},
                                          PathCase{{"Dot"}, ".", "<empty>"}),
-                         [](const auto& row) { return row.param.name; });
+                         kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     ThroughNoStructure, GetSubFieldTest,
@@ -175,7 +176,7 @@ INSTANTIATE_TEST_SUITE_P(
                     PathCase{{"ListByIndex"}, "list.0", "<empty>"},
                     PathCase{{"Deeper"}, "a.number.only-in-a", "<empty>"},
                     PathCase{{"WithAbsentPartsBehind"}, "number.nothing.only-in-root", "<empty>"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(GetSubFieldSharingTest, ResultIsTheFieldsOwnObject) {
     const auto root = MakeNested();
@@ -250,7 +251,7 @@ INSTANTIATE_TEST_SUITE_P(PlainText, FormatFieldTest,
                                          FieldCase{
                                              {"Structure"}, MakeStruct(), {}, "{'a' => '1', }"},
                                          FieldCase{{"Nothing"}, nullptr, {}, "NULL Object"}),
-                         [](const auto& row) { return row.param.name; });
+                         kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Units, FormatFieldTest,
@@ -264,7 +265,7 @@ INSTANTIATE_TEST_SUITE_P(
         FieldCase{{"Nothing"}, nullptr, {{"units:T.F", "MB"}}, "NULL Object"},
         FieldCase{{"EmptyUnitsStillAddTheBlank"}, MetaInt::New(10), {{"units:T.F", ""}}, "10 "},
         FieldCase{{"UnitsAreNoFormat"}, MetaInt::New(10), {{"units:T.F", "%d %s"}}, "10 %d %s"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     KeysThatDoNotApply, FormatFieldTest,
@@ -278,7 +279,7 @@ INSTANTIATE_TEST_SUITE_P(
         FieldCase{
             {"ColonForDot"}, MetaInt::New(1), {{"units:T:F", "MB"}, {"printf:T:F", "%ld!"}}, "1"},
         FieldCase{{"NoType"}, MetaInt::New(1), {{"units", "MB"}, {"printf:F", "%ld!"}}, "1"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     PrintfInteger, FormatFieldTest,
@@ -300,7 +301,7 @@ INSTANTIATE_TEST_SUITE_P(
                   MetaInt::New(42),
                   {{"printf:T.F", ""}, {"units:T.F", "MB"}},
                   " MB"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     PrintfBool, FormatFieldTest,
@@ -311,7 +312,7 @@ INSTANTIATE_TEST_SUITE_P(
                               MetaBool::New(false),
                               {{"printf:T.F", "%d"}, {"units:T.F", "on"}},
                               "0 on"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     PrintfString, FormatFieldTest,
@@ -332,7 +333,7 @@ INSTANTIATE_TEST_SUITE_P(
                   MetaString::New("sda"),
                   {{"printf:T.F", "%s,"}, {"units:T.F", "disk"}},
                   "sda, disk"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     PrintfCompound, FormatFieldTest,
@@ -351,7 +352,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {{"printf:T.F", "text"}, {"units:T.F", "MB"}},
                   " MB"},
         FieldCase{{"Nothing"}, nullptr, {{"printf:T.F", "%s"}}, "NULL Object"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 // The room is the format's length, the plain text's length and 65 bytes, the final NUL included.
 INSTANTIATE_TEST_SUITE_P(PrintfTruncated, FormatFieldTest,
@@ -383,7 +384,7 @@ INSTANTIATE_TEST_SUITE_P(PrintfTruncated, FormatFieldTest,
                                                    MetaInt::New(7),
                                                    {{"printf:T.F", "%400ld"}, {"units:T.F", "MB"}},
                                                    std::string(6 + 1 + 64, ' ') + " MB"}),
-                         [](const auto& row) { return row.param.name; });
+                         kRowName);
 
 TEST(FormatFieldFailureTest, FormatThatFails_IsReportedInTheText) {
     EXPECT_EQ(FormatField(MetaInt::New(42), {{"printf:T.F", "%2147483648ld"}}),

@@ -13,6 +13,7 @@
 namespace {
 
 using CppTools::AutoCli::FormatParameters;
+using TestSupport::kRowName;
 
 using Items = std::vector<std::string>;
 using Entries = std::map<std::string, std::string>;
@@ -242,6 +243,6 @@ INSTANTIATE_TEST_SUITE_P(
         SplitCase{{"LineEndsStay"}, "a\n,\nb", {"a\n", "\nb"}},
         SplitCase{{"NulBytesStay"}, std::string("a\0b,c", 5), {std::string("a\0b", 3), "c"}},
         SplitCase{{"OtherSeparatorsStay"}, "a;b:c", {"a;b:c"}}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 } // namespace

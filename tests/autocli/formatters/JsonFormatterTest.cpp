@@ -22,6 +22,7 @@ using TestSupport::DocumentedParamsOf;
 using TestSupport::ImpostorValue;
 using TestSupport::Int;
 using TestSupport::Ints;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::RenderAt;
 using TestSupport::Rendering;
@@ -66,7 +67,7 @@ INSTANTIATE_TEST_SUITE_P(
         RootCase{{"EscapesOfTheTextAreEscaped"},
                  Text("\\n \\\" \\u0041"),
                  "\"\\\\n \\\\\\\" \\\\u0041\""}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Lists, JsonFormatterRootTest,
@@ -89,7 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
                              "         \"a\": 2\n"
                              "      }\n"
                              "]"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Structures, JsonFormatterRootTest,
@@ -143,7 +144,7 @@ INSTANTIATE_TEST_SUITE_P(
                              "            }\n"
                              "   ]\n"
                              "}"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Impostors, JsonFormatterRootTest,
@@ -158,7 +159,7 @@ INSTANTIATE_TEST_SUITE_P(
         RootCase{
             {"UnknownKind"}, ImpostorValue::New(TestSupport::kUnknownKind), "Unknown data type\n"},
         RootCase{{"Nothing"}, nullptr, ""}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(JsonFormatterTest, Format_ImpostorField_MessageStandsInPlaceOfTheValue) {
     EXPECT_EQ(RenderAt<JsonFormatter>(

@@ -22,6 +22,7 @@ using TestSupport::DocumentedParamsOf;
 using TestSupport::ImpostorValue;
 using TestSupport::Int;
 using TestSupport::Ints;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::RenderAt;
 using TestSupport::Rendering;
@@ -68,7 +69,7 @@ INSTANTIATE_TEST_SUITE_P(
         RootCase{{"ApostrophesStay"}, Text("'x'"), "\"\"\"'x'\"\"\""},
         RootCase{{"CarriageReturnsAndTabsStay"}, Text("\r\t"), "\"\"\"\r\t\"\"\""},
         RootCase{{"MultiByteCharactersStay"}, Text("\xC3\xA9"), "\"\"\"\xC3\xA9\"\"\""}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Compounds, PythonFormatterRootTest,
@@ -89,7 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
         RootCase{{"Nested"},
                  Struct("T", {{"in", Struct("I", {{"l", Ints({1})}})}, {"tail", Bool(false)}}),
                  "{\"in\": {\"l\": [1, ], }, \"tail\": False, }"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Impostors, PythonFormatterRootTest,
@@ -103,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
         RootCase{{"List"}, ImpostorValue::New(MetaType::List), "Error reading a List\n"},
         RootCase{
             {"UnknownKind"}, ImpostorValue::New(TestSupport::kUnknownKind), "Unknown data type\n"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(PythonFormatterTest, Format_ImpostorField_MessageStandsInPlaceOfTheValue) {
     EXPECT_EQ(RenderAt<PythonFormatter>(

@@ -9,6 +9,7 @@
 namespace {
 
 using CppTools::AutoCli::SantizeString;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 
 struct EntityCase : NamedRow {
@@ -40,7 +41,7 @@ INSTANTIATE_TEST_SUITE_P(
                     EntityCase{{"ControlCharacters"},
                                std::string("\0\x01\t\r\n\x7F&", 7),
                                std::string("\0\x01\t\r\n\x7F&amp;", 11)}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(SantizeStringTest, LongText_IsReplacedToTheEnd) {
     std::string expected;

@@ -19,6 +19,7 @@ using CppTools::AutoCli::FormatParameters;
 using CppTools::AutoCli::SimpleFormatter;
 using TestSupport::Bool;
 using TestSupport::Int;
+using TestSupport::kRowName;
 using TestSupport::ParameterEntries;
 using TestSupport::ParametersOf;
 using TestSupport::RenderWith;
@@ -73,7 +74,7 @@ INSTANTIATE_TEST_SUITE_P(
         FieldsCase{{"TableColumnsAreNotRead"},
                    {{"table-columns", "b"}},
                    "T:\n   a: 1\n   b: x\n   in: \n      I:\n"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(SimpleFormatterFieldsTest, WithoutType_AppliesToEveryTypeWithoutAnEntryOfItsOwn) {
     const auto one = Struct("One", {{"a", Int(1)}, {"b", Int(2)}});

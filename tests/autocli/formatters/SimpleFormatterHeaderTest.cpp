@@ -15,6 +15,7 @@ namespace {
 using CppTools::AutoCli::SimpleFormatter;
 using TestSupport::Bool;
 using TestSupport::Int;
+using TestSupport::kRowName;
 using TestSupport::ParameterEntries;
 using TestSupport::Record;
 using TestSupport::Rendering;
@@ -63,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(Plain, SimpleFormatterHeaderTest,
                                          HeaderCase{{"NoneInLowerCase"}, "<none>", "<none>:\n"},
                                          HeaderCase{{"NoneWithABlank"}, "<NONE> ", "<NONE> :\n"},
                                          HeaderCase{{"ValueIsNone"}, "%None%", ""}),
-                         [](const auto& row) { return row.param.name; });
+                         kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     OneTag, SimpleFormatterHeaderTest,
@@ -79,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(
                     HeaderCase{{"Structure"}, "%Inner%", "{'x' => '1', }:\n"},
                     HeaderCase{{"LineEndAroundTheTag"}, "Disk\n%Name%\n!", "Disk\nsda\n!:\n"},
                     HeaderCase{{"LineEndInsideTheTag"}, "%two\nlines%", "2:\n"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     NoTag, SimpleFormatterHeaderTest,
@@ -91,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(
                     HeaderCase{{"TwoPercentSigns"}, "a%%b", "a%%b:\n"},
                     HeaderCase{{"NothingButTwoPercentSigns"}, "%%", "%%:\n"},
                     HeaderCase{{"UnclosedTag"}, "Disk %Name", "Disk %Name:\n"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     SeveralTags, SimpleFormatterHeaderTest,
@@ -109,7 +110,7 @@ INSTANTIATE_TEST_SUITE_P(
                     HeaderCase{{"ThreePercentSignsNameTheFieldPercent"}, "%%%", "percent:\n"},
                     HeaderCase{{"ValueIsNotSubstitutedAgain"}, "%Self% %Self%", "%Self% %Self%:\n"},
                     HeaderCase{{"TagsInTheValueStay"}, "%Name% %Tag%", "%Name% %Name%:\n"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(SimpleFormatterHeaderTextTest, None_KeepsTheIndentOfTheFields) {
     EXPECT_EQ(RenderWith<SimpleFormatter>(Struct("T", {{"a", Int(1)}}), {{"header:T", "<NONE>"}}),

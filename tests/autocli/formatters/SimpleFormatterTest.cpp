@@ -25,6 +25,7 @@ using TestSupport::DocumentedParamsOf;
 using TestSupport::ImpostorValue;
 using TestSupport::Int;
 using TestSupport::Ints;
+using TestSupport::kRowName;
 using TestSupport::ParameterEntries;
 using TestSupport::ParametersOf;
 using TestSupport::Rendering;
@@ -124,7 +125,7 @@ INSTANTIATE_TEST_SUITE_P(
         RootCase{{"EmptyString"}, Text(""), "\n"},
         RootCase{{"StringIsUnchanged"}, Text(" %s <\n\t\x01\xFF> "), " %s <\n\t\x01\xFF> \n"},
         RootCase{{"StringWithNul"}, Text(std::string("a\0b", 3)), std::string("a\0b\n", 4)}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(ScalarLists, SimpleFormatterRootTest,
                          testing::Values(RootCase{{"Strings"}, Texts({"a", "b", "c"}), "a, b, c\n"},
@@ -132,7 +133,7 @@ INSTANTIATE_TEST_SUITE_P(ScalarLists, SimpleFormatterRootTest,
                                          RootCase{{"Bools"}, Bools({true, false}), "true, false\n"},
                                          RootCase{{"OneItem"}, Texts({"a"}), "a\n"},
                                          RootCase{{"NoItems"}, Texts({}), "\n"}),
-                         [](const auto& row) { return row.param.name; });
+                         kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Impostors, SimpleFormatterRootTest,
@@ -145,7 +146,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "Error reading a struct from output.\n"},
         RootCase{{"List"}, ImpostorValue::New(MetaType::List), "Error reading a List\n"},
         RootCase{{"UnknownKind"}, ImpostorValue::New(TestSupport::kUnknownKind), ""}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(SimpleFormatterTest, Format_NoRoot_PrintsNothing) {
     EXPECT_EQ(RenderWith<SimpleFormatter>(nullptr), Rendering(true, ""));

@@ -26,6 +26,7 @@ using TestSupport::Bool;
 using TestSupport::ElementsOf;
 using TestSupport::ImpostorValue;
 using TestSupport::Int;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::ParameterEntries;
 using TestSupport::Rendering;
@@ -76,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(
         ColumnsCase{
             {"EmptyFieldsAreNoColumns"}, {{"fields", ""}, {"table-columns", "Name"}}, {true, "\n"}},
         ColumnsCase{{"EmptyTableColumnsAreNoColumns"}, {{"table-columns", ""}}, {true, "\n"}}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Trimming, TableColumnsTest,
@@ -99,7 +100,7 @@ INSTANTIATE_TEST_SUITE_P(
         ColumnsCase{{"OtherBytesAreNotTrimmed"},
                     {{"fields", "Name\x01"}},
                     {false, "Error: Unknown field in field list: Name\x01\n"}}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Unknown, TableColumnsTest,
@@ -118,7 +119,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ColumnsCase{{"IsToldTrimmed"},
                                 {{"fields", " Nope "}},
                                 {false, "Error: Unknown field in field list: Nope\n"}}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Dotted, TableColumnsTest,
@@ -133,7 +134,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ColumnsCase{{"TakeUnitsUnderTheirWholePath"},
                                 {{"fields", "In.x"}, {"units:T.In.x", "MB"}, {"units:I.x", "no"}},
                                 {true, "In.x\n----\n5 MB  \n"}}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(Repeated, TableColumnsTest,
                          testing::Values(ColumnsCase{{"AllOfTheLastNameAreUnpadded"},
@@ -151,7 +152,7 @@ INSTANTIATE_TEST_SUITE_P(Repeated, TableColumnsTest,
                                                      {true, "In.x  In.x\n"
                                                             "----  ----\n"
                                                             "   5     5  \n"}}),
-                         [](const auto& row) { return row.param.name; });
+                         kRowName);
 
 TEST(TableFormatterTemplateTest, NamesOfTheTemplateAreTrimmedLikeAllOthers) {
     const auto list = Rows({Struct("T", {{" Name ", Text("n")}})});

@@ -25,6 +25,7 @@ using TestSupport::DocumentedParamsOf;
 using TestSupport::ImpostorValue;
 using TestSupport::Int;
 using TestSupport::Ints;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::ParameterEntries;
 using TestSupport::ParametersOf;
@@ -107,7 +108,7 @@ INSTANTIATE_TEST_SUITE_P(
                     WrongRoot{{"ListOfIntegers"}, Ints({1})},
                     WrongRoot{{"ListOfStrings"}, Texts({})},
                     WrongRoot{{"ImpostorList"}, ImpostorValue::New(MetaType::List)}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(TableFormatterTest, Format_EmptyListWithTemplate_PrintsTheHeaderAndItsLine) {
     const auto none = Rows(Struct("T", {{"Name", Text("")}, {"Size", Int(0)}}), {});
@@ -304,7 +305,7 @@ INSTANTIATE_TEST_SUITE_P(
                    {{"show-header", "false"}, {"header-line", "true"}},
                    false,
                    false}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(TableFormatterTest, Format_HeaderLineOfThreeColumns) {
     const auto list =

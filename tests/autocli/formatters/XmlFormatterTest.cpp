@@ -22,6 +22,7 @@ using TestSupport::DocumentedParamsOf;
 using TestSupport::ImpostorValue;
 using TestSupport::Int;
 using TestSupport::Ints;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::ParameterEntries;
 using TestSupport::RenderAt;
@@ -86,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(
                              Text("a<b & \"c\""),
                              "      <string>a&lt;b &amp; &quot;c&quot;</string>\n"},
                     RootCase{{"LineEndsStay"}, Text("a\n b"), "      <string>a\n b</string>\n"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(Lists, XmlFormatterRootTest,
                          testing::Values(RootCase{{"Integers"},
@@ -130,7 +131,7 @@ INSTANTIATE_TEST_SUITE_P(Lists, XmlFormatterRootTest,
                                                   Rows(nullptr, {}),
                                                   "      <list type=\"structure\">\n"
                                                   "      </list>\n"}),
-                         [](const auto& row) { return row.param.name; });
+                         kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Structures, XmlFormatterRootTest,
@@ -178,7 +179,7 @@ INSTANTIATE_TEST_SUITE_P(
                              "            </structure>\n"
                              "         </field>\n"
                              "      </structure>\n"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 INSTANTIATE_TEST_SUITE_P(
     Impostors, XmlFormatterRootTest,
@@ -194,7 +195,7 @@ INSTANTIATE_TEST_SUITE_P(
                  ImpostorValue::New(TestSupport::kUnknownKind),
                  "Error Only simple int, bool, string and struct output supported\n"},
         RootCase{{"Nothing"}, nullptr, ""}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(XmlFormatterTest, Format_ImpostorField_IsReportedBetweenItsTags) {
     EXPECT_EQ(RenderAt<XmlFormatter>(

@@ -32,6 +32,7 @@ using CppTools::CallSpec::ParameterType;
 using CppTools::MetaObj::MetaList;
 using CppTools::MetaObj::MetaStruct;
 using CppTools::MetaObj::MetaType;
+using TestSupport::kRowName;
 using TestSupport::NewRoot;
 using TestSupport::ScriptedCommand;
 
@@ -165,7 +166,7 @@ INSTANTIATE_TEST_SUITE_P(
         FilterRow{{"description"},
                   "d",
                   "Show only commands containing the specified string in their description."}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST_F(CommandListTest, GetInputSpecInternal_DeclaresThreeParametersAfreshEachTime) {
     EXPECT_EQ(list_->GetInputSpecInternal()->GetParameters().size(), 3U);
@@ -282,7 +283,7 @@ INSTANTIATE_TEST_SUITE_P(
             {"EmptyFiltersFilterNothing"},
             {{"namespace-filter", ""}, {"command-filter", "list"}, {"description-filter", ""}},
             {"network.firewall/list/Lists rules.", "storage/list/Lists disks."}}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST_F(FilledCommandListTest, Execute_AFilterThatMatchesNothingGivesAnEmptyList) {
     const auto result = List({{"command-filter", "nothing"}});

@@ -12,6 +12,7 @@ namespace {
 
 using TestSupport::FilledLine;
 using TestSupport::GivenParameters;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 
 /// Runs the filled template behind a command that prints each argument in angle brackets.
@@ -83,7 +84,7 @@ INSTANTIATE_TEST_SUITE_P(
         QuotingRow{
             {"IfAddsAnArgument"}, "a $if{force,--force} b", {{"force", ""}}, "<a><--force><b>"},
         QuotingRow{{"AbsentIfAddsNone"}, "a $if{force,--force} b", {}, "<a><b>"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 // Where the escapes and the quotes around a placeholder do not fit together, and what is never
 // escaped. Authors of templates have to know it.
@@ -131,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(
                    {{"ip", ""}},
                    "<-o>"},
         QuotingRow{{"IfIsNeverEscaped"}, "$if{force,$((1+2)) 'a b'}", {{"force", ""}}, "<3><a b>"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 /// Every bad character but the line end, which no backslash can keep.
 class BadCharacterTest : public testing::TestWithParam<char> {};

@@ -10,6 +10,7 @@
 namespace {
 
 using CppTools::AutoCli::FindPairedTokenSize;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 
 using Found = std::pair<std::size_t, std::size_t>;
@@ -44,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(
                     PairRow{{"StartIsTheClose"}, "a}b", 1, {1, 1}},
                     PairRow{{"NeitherAtAll"}, "abc", 1, {0, 0}},
                     PairRow{{"UnclosedFromTheMiddle"}, "}a{b", 2, {0, 0}}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(PairedTokenTest, FindPairedTokenSize_LooksNoFurtherThanTheEnd) {
     const std::string text = "{a{b}}";

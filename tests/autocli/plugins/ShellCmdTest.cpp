@@ -22,6 +22,7 @@ using CppTools::AutoCli::AutoCli_ShellCmdWithNelUsername;
 using TestSupport::CountOpenDescriptors;
 using TestSupport::EnvironmentVariable;
 using TestSupport::HasNoChild;
+using TestSupport::kRowName;
 using TestSupport::NamedRow;
 using TestSupport::RunInShell;
 using TestSupport::SignalHandling;
@@ -128,7 +129,7 @@ INSTANTIATE_TEST_SUITE_P(
                     StatusRow{{"SyntaxError"}, "if 2>/dev/null", W_EXITCODE(2, 0)},
                     StatusRow{{"Killed"}, "kill -KILL $$", W_EXITCODE(0, SIGKILL)},
                     StatusRow{{"Terminated"}, "kill -TERM $$", W_EXITCODE(0, SIGTERM)}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(ShellCmdTest, Command_IsShellLanguage) {
     EXPECT_EQ(RunInShell("for i in 1 2 3; do echo $i; done | tail -n 1 && echo ok").output,
@@ -232,7 +233,7 @@ INSTANTIATE_TEST_SUITE_P(
                     UserRow{{"Substitution"}, "$(echo x)`echo y`$HOME"},
                     UserRow{{"Backslash"}, "a\\'b\\"}, UserRow{{"LineEnd"}, "a\nb"},
                     UserRow{{"DoubleQuote"}, "a\"b"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(ShellCmdTest, UserName_EmptyAddsNothing) {
     const EnvironmentVariable unset("NEL_USERNAME", std::nullopt);

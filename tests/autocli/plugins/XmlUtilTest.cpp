@@ -19,6 +19,7 @@ using CppTools::AutoCli::XmlUtil_FindChildNode;
 using CppTools::AutoCli::XmlUtil_GetContent;
 using CppTools::AutoCli::XmlUtil_GetContentForChildByTag;
 using CppTools::AutoCli::XmlUtil_ParseXmlOutput;
+using TestSupport::kRowName;
 using TestSupport::StreamCapture;
 using TestSupport::ThrownBy;
 using TestSupport::XmlText;
@@ -45,7 +46,7 @@ INSTANTIATE_TEST_SUITE_P(
         TextRow{{"EscapesAreResolved"}, R"(<e name="a&lt;b &amp; &quot;c&quot;"/>)", "a<b & \"c\""},
         TextRow{{"BlanksAreKept"}, R"(<e name="  a  b "/>)", "  a  b "},
         TextRow{{"OfTheElementItself"}, R"(<e><f name="inner"/></e>)", ""}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 class ContentTest : public testing::TestWithParam<TextRow> {};
 
@@ -72,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(
         TextRow{{"CdataBehindText"}, "<e>one<![CDATA[two]]></e>", "two"},
         TextRow{{"EntityBehindText"}, "<!DOCTYPE e [<!ENTITY x \"two\">]><e>one&x;</e>", "two"},
         TextRow{{"TextBehindAnEntity"}, "<!DOCTYPE e [<!ENTITY x \"one\">]><e>&x;two</e>", "two"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 class ChildContentTest : public testing::TestWithParam<TextRow> {};
 
@@ -94,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TextRow{{"TwoEmptyOnes"}, "<e><tag/><tag/></e>", ""},
                     TextRow{
                         {"SeveralEmptyOnesFirst"}, "<e><tag/><tag/><tag>last</tag></e>", "last"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 class RepeatedChildTest : public testing::TestWithParam<TextRow> {};
 
@@ -112,7 +113,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TextRow{{"EmptyBehindText"}, "<e><tag>a</tag><tag/></e>", ""},
                     TextRow{{"EmptyAroundText"}, "<e><tag/><tag>a</tag><tag/></e>", ""},
                     TextRow{{"OthersBetween"}, "<e><tag>a</tag><b/> <tag>b</tag></e>", ""}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(XmlUtilTest, FindChildNode_GivesTheOneChildOfTheName) {
     const XmlText document("<e>text<a id=\"1\"/><tag id=\"2\"/><!-- c --><z id=\"3\"/></e>");
@@ -179,7 +180,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "<!DOCTYPE o [<!ENTITY e \"b\">]><o><string>a&e;</string></o>",
                 "b"},
         TextRow{{"EscapesInText"}, "<o><string>a &lt; b &amp; c</string></o>", "a < b & c"}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 class EmptyDocumentTest : public testing::TestWithParam<TextRow> {};
 
@@ -197,7 +198,7 @@ INSTANTIATE_TEST_SUITE_P(
                     TextRow{{"TwoRoots"}, "<o><int>1</int></o><o/>", ""},
                     TextRow{{"TextBehindTheRoot"}, "<o><int>1</int></o>done", ""},
                     TextRow{{"ErrorLineFirst"}, "note\n<o><int>1</int></o>", ""}),
-    [](const auto& row) { return row.param.name; });
+    kRowName);
 
 TEST(XmlUtilTest, ParseXmlOutput_DeeperThanTheXmlReaderGoesGivesNothing) {
     const auto nested = [](int depth) {
