@@ -222,6 +222,13 @@ TEST(XmlFormatterTest, Format_LevelIndentsByThreeColumns) {
                                                        "   </list>\n");
 }
 
+TEST(XmlFormatterTest, Format_ListOfUnknownKind_HasNoNameForIt) {
+    for (const int kind : {5, 6, 7, -1}) {
+        const auto list = CppTools::MetaObj::MetaList::New(static_cast<MetaType>(kind));
+        EXPECT_EQ(RenderAt<XmlFormatter>(0, list), "<list type=\"\">\n</list>\n") << kind;
+    }
+}
+
 TEST(XmlFormatterTest, Format_EmptyValue_WritesNothing) {
     EXPECT_EQ(RenderAt<XmlFormatter>(2, nullptr), "");
 }
