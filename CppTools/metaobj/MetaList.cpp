@@ -3,9 +3,10 @@
 #include <CppTools/metaobj/MetaInt.h>
 #include <CppTools/metaobj/MetaList.h>
 #include <CppTools/metaobj/MetaString.h>
-#include <CppTools/metaobj/MetaStruct.h>
 #include <CppTools/metaobj/Mismatch.h>
 #include <CppTools/metaobj/PlainText.h>
+#include <CppTools/metaobj/StructFields.h>
+#include <CppTools/metaobj/ValueCast.h>
 
 #include <algorithm>
 
@@ -39,6 +40,7 @@ MetaList::MetaList(MetaType type, std::shared_ptr<MetaStruct>&& structure, Facto
     }
     if (listStructure_) {
         listStructure_->LockStructure();
+        StructFields::Publish(*listStructure_);
     }
 }
 
@@ -99,6 +101,7 @@ void MetaList::Add(const std::shared_ptr<MetaObject>& item) {
         throw CppToolException(JoinRefusals(errors));
     }
     objects_.push_back(item);
+    StructFields::Publish(*item);
 }
 
 void MetaList::Add(const std::shared_ptr<MetaBool>& item) {
@@ -209,7 +212,7 @@ bool MetaList::IsSameStructure(const std::shared_ptr<MetaObject>& other,
                                    ", but got a " + MetaTypeString(other->GetType()));
         return false;
     }
-    const auto* list = dynamic_cast<const MetaList*>(other.get());
+    const auto* list = ValueAs<MetaList>(*other);
     if (list == nullptr || list->listType_ != listType_) {
         ReportMismatch(errors, "Mismatch on list type");
         return false;

@@ -1,8 +1,11 @@
-#include <CppTools/host/Pattern.h>
 #include <CppTools/metaobj/CppToolException.h>
 #include <CppTools/metaobj/MetaStruct.h>
 #include <CppTools/metaobj/Mismatch.h>
 #include <CppTools/metaobj/PlainText.h>
+#include <CppTools/metaobj/StructFields.h>
+#include <CppTools/metaobj/ValueCast.h>
+
+#include <algorithm>
 
 namespace CppTools::MetaObj {
 
@@ -10,11 +13,22 @@ namespace {
 
 const std::string _docMissingStaticString = "Documentation missing";
 
+bool IsAsciiAlphanumeric(char character) {
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+           (character >= '0' && character <= '9');
+}
+
+std::shared_ptr<StructShape> ShapeOfNew(std::string&& typeName) {
+    if (!IsValidStructName(typeName)) {
+        throw CppToolException("Invalid name specified for MetaStruct: " + typeName);
+    }
+    return StructShape::ForType(std::move(typeName), nullptr);
+}
+
 } // namespace
 
 bool IsValidStructName(const std::string& name) {
-    static const Host::Pattern pattern("[a-zA-Z0-9]+");
-    return pattern.Matches(name);
+    return !name.empty() && std::all_of(name.begin(), name.end(), IsAsciiAlphanumeric);
 }
 
 bool IsValidFieldName(const std::string& /*name*/) {
@@ -22,17 +36,15 @@ bool IsValidFieldName(const std::string& /*name*/) {
 }
 
 MetaStruct::MetaStruct(std::string typeName, FactoryFlag flag)
-    : MetaObject(MetaType::Struct, flag), typeName_(std::move(typeName)) {
-    if (!IsValidStructName(typeName_)) {
-        throw CppToolException("Invalid name specified for MetaStruct: " + typeName_);
-    }
-}
+    : MetaObject(MetaType::Struct, flag), shape_(ShapeOfNew(std::move(typeName))) {}
 
 MetaStruct::MetaStruct(const std::shared_ptr<MetaStruct>& definition, FactoryFlag flag)
-    : MetaObject(MetaType::Struct, flag), structureDefinition_(definition),
-      typeName_(definition->typeName_) {
+    : MetaObject(MetaType::Struct, flag),
+      shape_(StructShape::ForType(std::string(definition->GetTypeName()), definition)) {
     definition->LockStructure();
 }
+
+MetaStruct::~MetaStruct() = default;
 
 std::shared_ptr<MetaStruct> MetaStruct::New(const std::string& typeName) {
     return std::make_shared<MetaStruct>(typeName, FactoryFlag{});
@@ -50,36 +62,48 @@ std::shared_ptr<MetaStruct> MetaStruct::New(const std::shared_ptr<MetaStruct>& d
     return std::make_shared<MetaStruct>(definition, FactoryFlag{});
 }
 
+const std::string& MetaStruct::GetTypeName() const {
+    return shape_->GetType()->name;
+}
+
+bool MetaStruct::HasStructureDefinition() const {
+    return GetStructureDefinition() != nullptr;
+}
+
+const std::shared_ptr<MetaStruct>& MetaStruct::GetStructureDefinition() const {
+    return shape_->GetType()->definition;
+}
+
 bool MetaStruct::HasField(const std::string& name) const {
-    return fields_.contains(name);
+    return StructFields(*this).Find(name) != nullptr;
 }
 
 std::shared_ptr<MetaObject> MetaStruct::GetField(const std::string& name) const {
-    const auto found = fields_.find(name);
-    return found == fields_.end() ? nullptr : found->second.value;
+    auto* const value = StructFields(*this).Find(name);
+    return value != nullptr ? value->AsObject() : nullptr;
 }
 
 MetaType MetaStruct::GetFieldType(const std::string& name) const {
-    const auto found = fields_.find(name);
-    if (found == fields_.end()) {
+    const auto* value = StructFields(*this).Find(name);
+    if (value == nullptr) {
         throw 1;
     }
-    return found->second.value->GetType();
+    return value->GetType();
 }
 
 const std::string& MetaStruct::GetFieldDocumentation(const std::string& name) const {
-    const auto found = fields_.find(name);
-    if (found == fields_.end()) {
-        throw CppToolException("Field " + name + " is not present in the structure " + typeName_);
+    if (!HasField(name)) {
+        throw CppToolException("Field " + name + " is not present in the structure " +
+                               GetTypeName());
     }
-    const std::string& documentation = found->second.documentation;
-    return documentation.empty() ? _docMissingStaticString : documentation;
+    const auto& documentation = shape_->Find(name)->second.documentation;
+    return documentation ? *documentation : _docMissingStaticString;
 }
 
 std::vector<std::string> MetaStruct::GetFieldNames() const {
     std::vector<std::string> names;
-    names.reserve(fields_.size());
-    for (const auto& [name, field] : fields_) {
+    names.reserve(values_.size());
+    for (const auto& [name, value] : StructFields(*this)) {
         names.push_back(name);
     }
     return names;
@@ -89,34 +113,98 @@ void MetaStruct::RemoveField(const std::string& name) {
     if (locked_) {
         throw CppToolException("Structure is locked, unable to remove fields");
     }
-    fields_.erase(name);
+    auto* const value = StructFields(*this).Find(name);
+    if (value == nullptr) {
+        return;
+    }
+    *value = FieldValue();
+    ++removed_;
+    if (removed_ > values_.size() / 2) {
+        TakeOwnShape();
+    }
 }
 
 bool MetaStruct::MatchesStructureDefinition() const {
-    return !structureDefinition_ || IsSameStructure(structureDefinition_, nullptr);
+    return !HasStructureDefinition() || IsSameStructure(GetStructureDefinition(), nullptr);
 }
 
 void MetaStruct::SetField(const std::string& name, const std::shared_ptr<MetaObject>& value,
                           const std::string& documentation) {
     if (!value) {
         throw CppToolException("Invalid NULL value was assigned to the field " + name +
-                               " in the structure " + typeName_);
+                               " in the structure " + GetTypeName());
     }
+    Store(name, FieldValue(value), documentation);
+    StructFields::Publish(*value);
+}
+
+void MetaStruct::Store(const std::string& name, FieldValue&& value,
+                       const std::string& documentation) {
     if (!IsValidFieldName(name)) {
-        throw CppToolException("Unable to set new field " + name + " on structure " + typeName_ +
+        throw CppToolException("Unable to set new field " + name + " on structure " +
+                               GetTypeName() +
                                ", because the field name contains invalid character. Can only be "
                                "alphanumeric characters and '_'");
     }
-    if (locked_ && !HasField(name)) {
+    const auto* entry = shape_->Find(name, values_.size());
+    const std::size_t slot = entry != nullptr ? entry->second.slot : values_.size();
+    if (StructFields(*this).AtSlot(slot) == nullptr &&
+        (locked_ || entry == nullptr)) { // what is in the shape was checked for another
+        CheckNewField(name);
+    }
+    if (entry == nullptr || !entry->second.IsDocumentedBy(documentation)) {
+        AddToShape(name, std::move(value), documentation);
+        return;
+    }
+    if (slot < values_.size()) {
+        values_[slot] = std::move(value);
+        return;
+    }
+    if (values_.empty()) {
+        values_.reserve(shape_->GetCount());
+    }
+    values_.resize(slot);
+    values_.push_back(std::move(value));
+}
+
+void MetaStruct::CheckNewField(const std::string& name) const {
+    if (locked_) {
         throw CppToolException("Unable to set new field " + name +
                                " on structure. Structure has been locked");
     }
-    if (!locked_ && structureDefinition_ && !structureDefinition_->HasField(name)) {
+    const auto& definition = GetStructureDefinition();
+    if (definition && !definition->HasField(name)) {
         throw CppToolException("Unable to set new field " + name +
                                " on structure.  The field does not match the Structure definition "
                                "for this MetaStruct.");
     }
-    fields_.insert_or_assign(name, Field{value, documentation});
+}
+
+void MetaStruct::AddToShape(const std::string& name, FieldValue&& value,
+                            const std::string& documentation) {
+    if (shape_->IsPublished()) {
+        TakeOwnShape();
+    }
+    shape_->Set(name, documentation.empty() ? nullptr
+                                            : std::make_shared<const std::string>(documentation));
+    values_.resize(shape_->GetCount());
+    values_[shape_->Find(name, values_.size() - 1)->second.slot] = std::move(value);
+}
+
+void MetaStruct::TakeOwnShape() {
+    auto own = std::make_shared<StructShape>(shape_->GetType());
+    std::vector<FieldValue> values;
+    values.reserve(values_.size());
+    for (std::size_t slot = 0; slot < values_.size(); ++slot) {
+        if (values_[slot].IsPresent()) {
+            const auto& [name, field] = shape_->AtSlot(slot);
+            own->Set(name, field.documentation);
+            values.push_back(std::move(values_[slot]));
+        }
+    }
+    shape_ = std::move(own);
+    values_ = std::move(values);
+    removed_ = 0;
 }
 
 bool MetaStruct::IsSameStructure(const std::shared_ptr<MetaObject>& other,
@@ -131,43 +219,56 @@ bool MetaStruct::IsSameStructure(const std::shared_ptr<MetaObject>& other,
                                    MetaTypeString(other->GetType()));
         return false;
     }
-    const auto* structure = dynamic_cast<const MetaStruct*>(other.get());
+    const auto* structure = ValueAs<MetaStruct>(*other);
     if (structure == nullptr) {
         ReportMismatch(errors, "Unable to cast to MetaStruct, runtime error?");
         return false;
     }
-    if (structure->typeName_ != typeName_) {
+    if (structure->GetTypeName() != GetTypeName()) {
         ReportMismatch(errors, "Type names do not match.");
     }
     return HasSameFields(*structure, errors);
 }
 
 bool MetaStruct::HasSameFields(const MetaStruct& other, std::vector<std::string>* errors) const {
-    const bool sameCount = fields_.size() == other.fields_.size();
-    if (!sameCount) {
-        ReportMismatch(errors, "Mismatch on number of fields set in struct. Expected " +
-                                   std::to_string(fields_.size()) + " found " +
-                                   std::to_string(other.fields_.size()));
+    const StructFields mine(*this);
+    const StructFields theirs(other);
+    if (mine.HasSameScalars(theirs)) {
+        return true;
     }
-    for (const auto& [name, field] : fields_) {
-        const auto found = other.fields_.find(name);
-        if (found == other.fields_.end()) {
+    const std::size_t count = mine.GetCount();
+    const std::size_t otherCount = theirs.GetCount();
+    if (count != otherCount) {
+        ReportMismatch(errors, "Mismatch on number of fields set in struct. Expected " +
+                                   std::to_string(count) + " found " + std::to_string(otherCount));
+    }
+    auto candidate = theirs.begin();
+    for (const auto& [name, value] : mine) {
+        while (candidate != theirs.end() && (*candidate).name < name) {
+            ++candidate;
+        }
+        if (candidate == theirs.end() || (*candidate).name != name) {
             ReportMismatch(errors, "Missing field in input: " + name);
             return false;
         }
-        const std::shared_ptr<MetaObject>& candidate = found->second.value;
-        if (candidate->GetType() != field.value->GetType() ||
-            !field.value->IsSameStructure(candidate, errors)) {
+        if (!value.IsSameStructure((*candidate).value, errors)) {
             ReportMismatch(errors, "Type mismatch on field: " + name);
             return false;
         }
     }
-    return sameCount;
+    return count == otherCount;
+}
+
+void StructFields::Publish(const MetaObject& value) {
+    const auto* structure = ValueAs<MetaStruct>(value);
+    if (structure != nullptr && !structure->shape_->IsPublished()) {
+        StructShape::Publish(structure->shape_);
+    }
 }
 
 std::string MetaStruct::ToString() const {
     std::string text;
-    text.reserve(fields_.size() * PlainTextWriter::kRoomPerItem);
+    text.reserve(values_.size() * PlainTextWriter::kRoomPerItem);
     PlainTextWriter(text).AppendStruct(*this);
     return text;
 }

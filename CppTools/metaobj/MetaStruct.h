@@ -2,14 +2,16 @@
 
 #include <CppTools/metaobj/MetaObject.h>
 
-#include <map>
+#include <cstdint>
 
 namespace CppTools::MetaObj {
 
+class FieldValue;
 class MetaBool;
 class MetaInt;
 class MetaList;
 class MetaString;
+class StructShape;
 
 /// Whether the whole name consists of one or more ASCII letters and digits.
 CPPTOOLS_EXPORT bool IsValidStructName(const std::string& name);
@@ -24,6 +26,11 @@ CPPTOOLS_EXPORT bool IsValidFieldName(const std::string& name);
 /// A structure can be the definition of others, which may then only hold its fields, and the
 /// template of a list. Either use locks it: its fields can be given new values but none can be
 /// added or removed. Nothing unlocks.
+///
+/// Structures of one type share the list of their fields with those that became part of a list or
+/// of another structure before them, and keep numbers, switches and short texts without an object
+/// for each. A row of a table costs little more than its texts; looking a field up is logarithmic
+/// in the number of fields.
 class CPPTOOLS_EXPORT MetaStruct final : public MetaObject {
   public:
     /// One field's record.
@@ -39,6 +46,8 @@ class CPPTOOLS_EXPORT MetaStruct final : public MetaObject {
     /// Takes over the type name of `definition`, which must not be null, and locks it.
     MetaStruct(const std::shared_ptr<MetaStruct>& definition, FactoryFlag flag);
 
+    ~MetaStruct();
+
     /// An empty structure without definition; throws as the constructor does.
     static std::shared_ptr<MetaStruct> New(const std::string& typeName);
     static std::shared_ptr<MetaStruct> New(std::string&& typeName);
@@ -47,21 +56,21 @@ class CPPTOOLS_EXPORT MetaStruct final : public MetaObject {
     /// An empty structure that may hold the fields of `definition`, which is locked by this.
     static std::shared_ptr<MetaStruct> New(const std::shared_ptr<MetaStruct>& definition);
 
-    const std::string& GetTypeName() const { return typeName_; }
+    /// Valid as long as this structure.
+    const std::string& GetTypeName() const;
 
-    bool HasStructureDefinition() const { return structureDefinition_ != nullptr; }
+    bool HasStructureDefinition() const;
 
-    /// Empty when there is no definition.
-    const std::shared_ptr<MetaStruct>& GetStructureDefinition() const {
-        return structureDefinition_;
-    }
+    /// Empty when there is no definition; valid as long as this structure.
+    const std::shared_ptr<MetaStruct>& GetStructureDefinition() const;
 
     /// Fixes the set of fields for good.
     void LockStructure() { locked_ = true; }
 
     bool HasField(const std::string& name) const;
 
-    /// Empty when there is no such field.
+    /// Empty when there is no such field. Always the same object, until the field is set again; a
+    /// value that was not set as an object becomes one now.
     std::shared_ptr<MetaObject> GetField(const std::string& name) const;
 
     /// The kind of the field's value. For an unknown name the *integer* 1 is thrown, which
@@ -136,14 +145,24 @@ class CPPTOOLS_EXPORT MetaStruct final : public MetaObject {
     std::string ToString() const override;
 
   private:
-    friend class PlainTextWriter;
+    friend class StructFields;
 
     bool HasSameFields(const MetaStruct& other, std::vector<std::string>* errors) const;
 
-    std::map<std::string, Field> fields_;
-    std::shared_ptr<MetaStruct> structureDefinition_;
-    std::string typeName_;
-    bool locked_ = false;
+    /// What all forms of `SetField` come down to.
+    void Store(const std::string& name, FieldValue&& value, const std::string& documentation);
+    void CheckNewField(const std::string& name) const;
+
+    void AddToShape(const std::string& name, FieldValue&& value, const std::string& documentation);
+    void TakeOwnShape();
+
+    // In the room that the base class leaves.
+    std::uint32_t locked_ : 1 = 0;
+    std::uint32_t removed_ : 31 = 0; ///< The fields that were removed and still have their slot.
+    std::shared_ptr<StructShape> shape_;
+    /// By slot; those that are missing at the end are of fields that are not there. Handing out a
+    /// value as an object changes how it is kept, not what it is.
+    mutable std::vector<FieldValue> values_;
 };
 
 } // namespace CppTools::MetaObj

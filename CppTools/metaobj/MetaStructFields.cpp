@@ -1,9 +1,10 @@
-#include <CppTools/metaobj/CppToolException.h>
+#include <CppTools/metaobj/FieldValue.h>
 #include <CppTools/metaobj/MetaBool.h>
 #include <CppTools/metaobj/MetaInt.h>
 #include <CppTools/metaobj/MetaList.h>
 #include <CppTools/metaobj/MetaString.h>
 #include <CppTools/metaobj/MetaStruct.h>
+#include <CppTools/metaobj/StructShape.h>
 
 // The typed forms of `SetField`. Each ends in the general one.
 
@@ -47,27 +48,27 @@ void MetaStruct::SetField(const std::string& name, const std::shared_ptr<MetaStr
 }
 
 void MetaStruct::SetField(const std::string& name, long value) {
-    SetField(name, MetaInt::New(value), _docEmpty);
+    Store(name, FieldValue(value), _docEmpty);
 }
 
 void MetaStruct::SetField(const std::string& name, int value) {
-    SetField(name, MetaInt::New(value), _docEmpty);
+    Store(name, FieldValue(static_cast<long>(value)), _docEmpty);
 }
 
 void MetaStruct::SetField(const std::string& name, bool value) {
-    SetField(name, MetaBool::New(value), _docEmpty);
+    Store(name, FieldValue(value), _docEmpty);
 }
 
 void MetaStruct::SetField(const std::string& name, const std::string& value) {
-    SetField(name, MetaString::New(value), _docEmpty);
+    Store(name, FieldValue(std::string_view(value)), _docEmpty);
 }
 
 void MetaStruct::SetField(const std::string& name, const char* value) {
-    SetField(name, MetaString::New(value), _docEmpty);
+    Store(name, FieldValue(std::string_view(value)), _docEmpty);
 }
 
 void MetaStruct::SetField(const std::string& name, std::string&& value) {
-    SetField(name, MetaString::New(std::move(value)), _docEmpty);
+    Store(name, FieldValue(std::move(value)), _docEmpty);
 }
 
 void MetaStruct::SetField(const std::string& name, const std::vector<std::string>& values) {

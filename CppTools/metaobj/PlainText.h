@@ -2,8 +2,12 @@
 
 #include <CppTools/metaobj/MetaObject.h>
 
+#include <string>
+#include <string_view>
+
 namespace CppTools::MetaObj {
 
+class FieldValue;
 class MetaList;
 class MetaStruct;
 
@@ -14,6 +18,13 @@ class PlainTextWriter {
     explicit PlainTextWriter(std::string& text) : text_(text) {}
 
     void Append(const MetaObject& value);
+
+    void Append(bool value) { text_ += value ? "true" : "false"; }
+
+    void Append(long value) { text_ += std::to_string(value); }
+
+    void Append(std::string_view text) { text_ += text; }
+
     void AppendList(const MetaList& list);
     void AppendStruct(const MetaStruct& structure);
 
@@ -23,5 +34,8 @@ class PlainTextWriter {
   private:
     std::string& text_;
 };
+
+/// The plain text form of a field's value, which must be present.
+std::string PlainText(const FieldValue& value);
 
 } // namespace CppTools::MetaObj

@@ -197,8 +197,18 @@ TEST(MetaStructFieldsTest, SetField_CommonValue_StoresTheSharedInstance) {
     EXPECT_EQ(structure->GetField("string"), MetaString::New());
 }
 
-TEST(MetaStructFieldsTest, SetField_MovedString_TakesItsCharactersOver) {
-    std::string text = "a text too long for the string object itself";
+TEST(MetaStructFieldsTest, SetField_MovedString_IsTakenOverWhateverItsLength) {
+    for (const std::size_t length : {1U, 15U, 16U, 1024U, 1025U, 100000U}) {
+        std::string text(length, 'x');
+        const auto structure = MetaStruct::New("Row");
+        structure->SetField("f", std::move(text));
+        EXPECT_EQ(text, "") << length; // NOLINT(bugprone-use-after-move)
+        EXPECT_EQ(structure->GetField("f")->ToString(), std::string(length, 'x'));
+    }
+}
+
+TEST(MetaStructFieldsTest, SetField_MovedLongString_TakesItsCharactersOver) {
+    std::string text(100000, 'x');
     const char* const characters = text.data();
     const auto structure = MetaStruct::New("Row");
     structure->SetField("f", std::move(text));

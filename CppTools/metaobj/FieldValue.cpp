@@ -1,0 +1,82 @@
+#include <CppTools/metaobj/FieldValue.h>
+#include <CppTools/metaobj/MetaBool.h>
+#include <CppTools/metaobj/MetaInt.h>
+#include <CppTools/metaobj/MetaString.h>
+#include <CppTools/metaobj/ValueCast.h>
+
+#include <algorithm>
+
+namespace CppTools::MetaObj {
+
+namespace {
+
+/// Longer texts are kept as objects at once: beside them an object's own size does not matter,
+/// and handing one out costs no copy.
+constexpr std::size_t kLongestWithoutObject = 1024;
+
+struct TypeFinder {
+    MetaType operator()(bool /*value*/) const { return MetaType::Bool; }
+
+    MetaType operator()(long /*value*/) const { return MetaType::Int; }
+
+    MetaType operator()(std::string_view /*text*/) const { return MetaType::String; }
+
+    MetaType operator()(const MetaObject& object) const { return object.GetType(); }
+};
+
+} // namespace
+
+FieldValue::FieldValue(std::string&& text)
+    : content_(text.size() > kLongestWithoutObject ? Content(MetaString::New(std::move(text)))
+                                                   : Keep(text)) {
+    text.clear();
+}
+
+FieldValue::Content FieldValue::Keep(std::string_view text) {
+    if (text.size() > kLongestWithoutObject) {
+        return MetaString::New(std::string(text));
+    }
+    if (text.size() > kRoomInside) {
+        LongText kept{std::make_unique_for_overwrite<char[]>(text.size()), text.size()};
+        std::copy(text.begin(), text.end(), kept.bytes.get());
+        return kept;
+    }
+    ShortText kept{static_cast<std::uint8_t>(text.size()), {}};
+    std::copy(text.begin(), text.end(), kept.bytes.begin());
+    return kept;
+}
+
+MetaType FieldValue::GetType() const {
+    return Visit(TypeFinder{});
+}
+
+bool FieldValue::IsScalar() const {
+    const auto* object = GetObject();
+    return object == nullptr || ValueAs<MetaInt>(*object) != nullptr ||
+           ValueAs<MetaString>(*object) != nullptr || ValueAs<MetaBool>(*object) != nullptr;
+}
+
+bool FieldValue::IsSameScalar(const FieldValue& other) const {
+    return IsPresent() && other.IsPresent() && GetType() == other.GetType() && IsScalar() &&
+           other.IsScalar();
+}
+
+bool FieldValue::IsSameStructure(FieldValue& other, std::vector<std::string>* errors) {
+    return GetType() == other.GetType() &&
+           (IsScalar() || AsObject()->IsSameStructure(other.AsObject(), errors));
+}
+
+const std::shared_ptr<MetaObject>& FieldValue::AsObject() {
+    if (auto* object = std::get_if<Object>(&content_)) {
+        return *object;
+    }
+    if (const auto* value = std::get_if<bool>(&content_)) {
+        return content_.emplace<Object>(MetaBool::New(*value));
+    }
+    if (const auto* number = std::get_if<long>(&content_)) {
+        return content_.emplace<Object>(MetaInt::New(*number));
+    }
+    return content_.emplace<Object>(MetaString::New(std::string(Text())));
+}
+
+} // namespace CppTools::MetaObj
