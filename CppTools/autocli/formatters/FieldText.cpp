@@ -1,47 +1,22 @@
+#include <CppTools/autocli/formatters/FieldFormat.h>
 #include <CppTools/autocli/formatters/FieldText.h>
-#include <CppTools/autocli/formatters/FormatParameters.h>
+#include <CppTools/autocli/formatters/TextBuffer.h>
 #include <CppTools/autocli/formatters/Tokens.h>
-#include <CppTools/host/ProcessSpawn.h>
-#include <CppTools/metaobj/MetaBool.h>
-#include <CppTools/metaobj/MetaInt.h>
 #include <CppTools/metaobj/MetaString.h>
-#include <CppTools/metaobj/MetaStruct.h>
+#include <CppTools/metaobj/StructFields.h>
+#include <CppTools/metaobj/ValueCast.h>
 
-#include <boost/algorithm/string/classification.hpp>
-#include <boost/algorithm/string/split.hpp>
-
-#include <cerrno>
-#include <cstdio>
+#include <algorithm>
 #include <iomanip>
 #include <ostream>
-#include <vector>
 
 namespace CppTools::AutoCli {
 
+using MetaObj::FieldValue;
 using MetaObj::MetaObject;
 using MetaObj::MetaStruct;
 
 namespace {
-
-constexpr int kIndentPerLevel = 3;
-
-/// What the field's text may need beyond the lengths of the format and of the plain text.
-constexpr std::size_t kSpareFormatRoom = 65;
-
-/// Formats one value; returns what snprintf does. Structures and lists format as nothing. The
-/// format comes from the user, who answers for its fitting the value.
-int PrintValue(std::vector<char>& buffer, const char* format, const MetaObject& value) {
-    if (const auto* number = dynamic_cast<const MetaObj::MetaInt*>(&value)) {
-        return std::snprintf(buffer.data(), buffer.size(), format, number->GetValue());
-    }
-    if (const auto* truth = dynamic_cast<const MetaObj::MetaBool*>(&value)) {
-        return std::snprintf(buffer.data(), buffer.size(), format, truth->GetValue() ? 1 : 0);
-    }
-    if (const auto* text = dynamic_cast<const MetaObj::MetaString*>(&value)) {
-        return std::snprintf(buffer.data(), buffer.size(), format, text->GetValue().c_str());
-    }
-    return 0;
-}
 
 /// One column is the least that an indent takes, whatever its number says.
 void WriteIndent(std::ostream& out, int indent) {
@@ -83,27 +58,32 @@ void FitWords(int indent, int width, const std::string& text, std::ostream& out,
 } // namespace
 
 std::string GetIndent(int level) {
-    return level < 1 ? std::string()
-                     : std::string(static_cast<std::size_t>(level) * kIndentPerLevel, ' ');
+    return level < 1
+               ? std::string()
+               : std::string(static_cast<std::size_t>(level) * TextBuffer::kIndentPerLevel, ' ');
+}
+
+FieldValue* FindSubField(const MetaStruct& structure, std::string_view path) {
+    const MetaStruct* current = &structure;
+    FieldValue* result = nullptr;
+    for (std::size_t begin = 0; begin <= path.size();) {
+        if (current == nullptr) {
+            return nullptr;
+        }
+        const std::size_t end = std::min(path.find('.', begin), path.size());
+        result = MetaObj::StructFields(*current).Find(path.substr(begin, end - begin));
+        if (result != nullptr) {
+            const MetaObject* object = result->GetObject();
+            current = object != nullptr ? MetaObj::ValueAs<MetaStruct>(*object) : nullptr;
+        }
+        begin = end + 1;
+    }
+    return result;
 }
 
 std::shared_ptr<MetaObject> GetSubField(std::shared_ptr<MetaStruct> st, const std::string& path) {
-    if (path.find('.') == std::string::npos) {
-        return st ? st->GetField(path) : nullptr;
-    }
-    std::vector<std::string> parts;
-    boost::algorithm::split(parts, path, boost::algorithm::is_any_of("."));
-    std::shared_ptr<MetaObject> result;
-    for (const auto& part : parts) {
-        if (!st) {
-            return nullptr;
-        }
-        result = st->GetField(part);
-        if (result) {
-            st = std::dynamic_pointer_cast<MetaStruct>(result);
-        }
-    }
-    return result;
+    auto* const value = st ? FindSubField(*st, path) : nullptr;
+    return value != nullptr ? value->AsObject() : nullptr;
 }
 
 std::string GetStringField(std::shared_ptr<MetaStruct> st, const std::string& fieldName) {
@@ -117,23 +97,7 @@ std::string AutoCli_FormatField(const std::string& typeName, const std::string& 
     if (!value) {
         return "NULL Object";
     }
-    const std::string field = typeName + "." + fieldName;
-    const std::string unitsKey = "units:" + field;
-    const std::string printfKey = "printf:" + field;
-    std::string result = value->ToString();
-    if (params.HasParameter(printfKey)) {
-        const std::string& format = params.GetParameter(printfKey);
-        std::vector<char> buffer(format.size() + result.size() + kSpareFormatRoom);
-        if (PrintValue(buffer, format.c_str(), *value) < 0) {
-            return "Error while handling formatting parameter " + printfKey +
-                   ".  Unable to format field: " + Host::StatusText(errno);
-        }
-        result = buffer.data();
-    }
-    if (params.HasParameter(unitsKey)) {
-        result += " " + params.GetParameter(unitsKey);
-    }
-    return result;
+    return FieldFormat(typeName, fieldName, params).Text(*value);
 }
 
 void AutoCli_FitString(const int& indent, const int& width, const std::string& text,

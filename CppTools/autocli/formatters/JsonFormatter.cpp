@@ -1,5 +1,5 @@
-#include <CppTools/autocli/formatters/FieldText.h>
 #include <CppTools/autocli/formatters/JsonFormatter.h>
+#include <CppTools/autocli/formatters/TextBuffer.h>
 #include <CppTools/autocli/formatters/ValueDispatch.h>
 #include <CppTools/callspec/Output.h>
 
@@ -14,90 +14,62 @@ using MetaObj::MetaType;
 
 namespace {
 
-void AppendEscapedByte(std::string& text, char byte) {
-    static constexpr char digits[] = "0123456789abcdef";
-    const auto value = static_cast<unsigned char>(byte);
-    text += "\\u00";
-    text += {digits[value >> 4U], digits[value & 0xFU]};
-}
-
-void AppendEscaped(std::string& text, char byte) {
-    switch (byte) {
-    case '/':
-    case '\\':
-    case '"':
-        text += {'\\', byte};
-        break;
-    case '\b':
-        text += "\\b";
-        break;
-    case '\t':
-        text += "\\t";
-        break;
-    case '\n':
-        text += "\\n";
-        break;
-    case '\f':
-        text += "\\f";
-        break;
-    case '\r':
-        text += "\\r";
-        break;
-    default:
-        if (byte >= 0x20 && byte <= 0x7E) {
-            text += byte;
-        } else {
-            AppendEscapedByte(text, byte);
+constexpr Escapes JsonEscapes() {
+    constexpr std::string_view digits = "0123456789abcdef";
+    Escapes escapes;
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        if (byte < 0x20 || byte > 0x7E) {
+            const std::array<char, 6> text = {
+                '\\', 'u', '0', '0', digits[byte >> 4U], digits[byte & 0xFU]};
+            escapes.Set(static_cast<unsigned char>(byte), {text.data(), text.size()});
         }
     }
+    escapes.Set('/', "\\/");
+    escapes.Set('\\', "\\\\");
+    escapes.Set('"', "\\\"");
+    escapes.Set('\b', "\\b");
+    escapes.Set('\t', "\\t");
+    escapes.Set('\n', "\\n");
+    escapes.Set('\f', "\\f");
+    escapes.Set('\r', "\\r");
+    return escapes;
 }
 
-std::string Escape(const std::string& text) {
-    std::string escaped;
-    escaped.reserve(text.size());
-    for (const char byte : text) {
-        AppendEscaped(escaped, byte);
-    }
-    return escaped;
-}
+constexpr Escapes kEscapes = JsonEscapes();
 
 /// Writes values as JSON.
 class JsonWriter {
   public:
     explicit JsonWriter(std::ostream& out) : out_(out) {}
 
-    void Write(const MetaObject& value, int level) { Dispatch(value, *this, level); }
+    void Write(bool value, int /*level*/) { out_ << value; }
 
-    void WriteValue(const MetaObj::MetaBool& value, int /*level*/) { out_ << value.ToString(); }
+    void Write(long value, int /*level*/) { out_ << value; }
 
-    void WriteValue(const MetaObj::MetaInt& value, int /*level*/) { out_ << value.ToString(); }
-
-    void WriteValue(const MetaObj::MetaString& value, int /*level*/) {
-        out_ << '"' << Escape(value.GetValue()) << '"';
+    void Write(std::string_view text, int /*level*/) {
+        (out_ << '"').Escaped(text, kEscapes) << '"';
     }
 
-    void WriteValue(const MetaStruct& value, int level) {
-        const std::string indent = GetIndent(level);
-        out_ << '\n' << indent << "{\n";
-        const auto names = value.GetFieldNames();
-        for (const auto& name : names) {
-            out_ << indent << "   \"" << name << "\": ";
-            Write(*value.GetField(name), level + 2);
-            out_ << (&name == &names.back() ? "\n" : ",\n");
+    void Write(const MetaStruct& value, int level) {
+        (out_ << '\n').Indent(level) << '{';
+        const char* separator = "\n";
+        for (const auto& [name, field] : MetaObj::StructFields(value)) {
+            (out_ << separator).Indent(level) << "   \"" << name << "\": ";
+            Dispatch(field, *this, level + 2);
+            separator = ",\n";
         }
-        out_ << indent << '}';
+        (out_ << '\n').Indent(level) << '}';
     }
 
-    void WriteValue(const MetaList& value, int level) {
-        const std::string indent = GetIndent(level);
-        out_ << '\n' << indent << "[\n";
-        const auto& elements = value.GetObjects();
-        for (const auto& element : elements) {
-            out_ << indent;
-            Write(*element, level + 3);
-            out_ << (&element == &elements.back() ? "\n" : ", \n");
+    void Write(const MetaList& value, int level) {
+        (out_ << '\n').Indent(level) << '[';
+        const char* separator = "\n";
+        for (const auto& element : value.GetObjects()) {
+            (out_ << separator).Indent(level);
+            Dispatch(*element, *this, level + 3);
+            separator = ", \n";
         }
-        out_ << indent << ']';
+        (out_ << '\n').Indent(level) << ']';
     }
 
     void WriteFailure(MetaType kind) { out_ << ConversionFailure(kind) << '\n'; }
@@ -105,7 +77,7 @@ class JsonWriter {
     void WriteUnknown() { out_ << "Unknown data type\n"; }
 
   private:
-    std::ostream& out_;
+    TextBuffer out_;
 };
 
 } // namespace
@@ -126,7 +98,8 @@ bool JsonFormatter::Format(const std::shared_ptr<CallSpec::Output>& output,
 
 void JsonFormatter::Format(std::shared_ptr<MetaObject> value, std::ostream& out, int level) {
     if (value) {
-        JsonWriter(out).Write(*value, level);
+        JsonWriter writer(out);
+        Dispatch(*value, writer, level);
     }
 }
 

@@ -1,9 +1,8 @@
 #include <CppTools/autocli/formatters/PythonFormatter.h>
+#include <CppTools/autocli/formatters/TextBuffer.h>
 #include <CppTools/autocli/formatters/ValueDispatch.h>
 #include <CppTools/callspec/Output.h>
 #include <CppTools/metaobj/CppToolException.h>
-
-#include <boost/algorithm/string/replace.hpp>
 
 #include <algorithm>
 #include <ostream>
@@ -17,40 +16,42 @@ using MetaObj::MetaType;
 
 namespace {
 
+constexpr Escapes PythonEscapes() {
+    Escapes escapes;
+    escapes.Set('"', "\\\"");
+    escapes.Set('\n', "\\n");
+    return escapes;
+}
+
+constexpr Escapes kEscapes = PythonEscapes();
+
 /// Writes values as Python literals; the level makes no difference.
 class PythonWriter {
   public:
     explicit PythonWriter(std::ostream& out) : out_(out) {}
 
-    void Write(const MetaObject& value, int level) { Dispatch(value, *this, level); }
+    void Write(bool value, int /*level*/) { out_ << (value ? "True" : "False"); }
 
-    void WriteValue(const MetaObj::MetaBool& value, int /*level*/) {
-        out_ << (value.GetValue() ? "True" : "False");
+    void Write(long value, int /*level*/) { out_ << value; }
+
+    void Write(std::string_view text, int /*level*/) {
+        (out_ << R"(""")").Escaped(text, kEscapes) << R"(""")";
     }
 
-    void WriteValue(const MetaObj::MetaInt& value, int /*level*/) { out_ << value.ToString(); }
-
-    void WriteValue(const MetaObj::MetaString& value, int /*level*/) {
-        std::string text = value.GetValue();
-        boost::algorithm::replace_all(text, "\"", "\\\"");
-        boost::algorithm::replace_all(text, "\n", "\\n");
-        out_ << R"(""")" << text << R"(""")";
-    }
-
-    void WriteValue(const MetaStruct& value, int level) {
+    void Write(const MetaStruct& value, int level) {
         out_ << '{';
-        for (const auto& name : value.GetFieldNames()) {
+        for (const auto& [name, field] : MetaObj::StructFields(value)) {
             out_ << '"' << name << "\": ";
-            Write(*value.GetField(name), level + 2);
+            Dispatch(field, *this, level + 2);
             out_ << ", ";
         }
         out_ << '}';
     }
 
-    void WriteValue(const MetaList& value, int level) {
+    void Write(const MetaList& value, int level) {
         out_ << '[';
         for (const auto& element : value.GetObjects()) {
-            Write(*element, level + 2);
+            Dispatch(*element, *this, level + 2);
             out_ << ", ";
         }
         out_ << ']';
@@ -61,7 +62,7 @@ class PythonWriter {
     void WriteUnknown() { out_ << "Unknown data type\n"; }
 
   private:
-    std::ostream& out_;
+    TextBuffer out_;
 };
 
 } // namespace
@@ -84,7 +85,8 @@ void PythonFormatter::Format(std::shared_ptr<MetaObject> value, std::ostream& ou
     if (!value) {
         throw CppToolException("Invalid MetaObject passed to Format in PythonFormatter");
     }
-    PythonWriter(out).Write(*value, level);
+    PythonWriter writer(out);
+    Dispatch(*value, writer, level);
 }
 
 bool PythonFormatter::IsAllAscii(const std::string& text) {

@@ -1,15 +1,16 @@
-#include <CppTools/autocli/formatters/DisplayContext.h>
-#include <CppTools/autocli/formatters/FieldText.h>
+#include <CppTools/autocli/formatters/FieldPlan.h>
 #include <CppTools/autocli/formatters/FormatParameters.h>
 #include <CppTools/autocli/formatters/SimpleFormatter.h>
+#include <CppTools/autocli/formatters/TextBuffer.h>
 #include <CppTools/autocli/formatters/ValueDispatch.h>
 #include <CppTools/callspec/Output.h>
 #include <CppTools/host/Pattern.h>
+#include <CppTools/metaobj/PlainText.h>
 
 #include <boost/algorithm/string/replace.hpp>
 
 #include <algorithm>
-#include <iomanip>
+#include <map>
 #include <ostream>
 
 namespace CppTools::AutoCli {
@@ -18,27 +19,9 @@ using MetaObj::MetaList;
 using MetaObj::MetaObject;
 using MetaObj::MetaStruct;
 using MetaObj::MetaType;
+using MetaObj::StructFields;
 
 namespace {
-
-std::vector<std::string> FieldList(const MetaStruct& st, const FormatParameters& params) {
-    for (const std::string& key : {"fields:" + st.GetTypeName(), std::string("fields")}) {
-        if (params.HasParameter(key)) {
-            return params.GetParameterAsList(key);
-        }
-    }
-    return st.GetFieldNames();
-}
-
-int AlignmentWidth(const std::vector<std::string>& names, const FormatParameters& params) {
-    std::size_t width = 0;
-    if (params.GetParameter("align-fields") == "true") {
-        for (const auto& name : names) {
-            width = std::max(width, name.size());
-        }
-    }
-    return static_cast<int>(width);
-}
 
 /// The header with the field that its last pair of percent signs names put in.
 std::string HeaderText(const MetaStruct& st, const FormatParameters& params) {
@@ -50,18 +33,116 @@ std::string HeaderText(const MetaStruct& st, const FormatParameters& params) {
     std::string header = params.GetParameter(key);
     if (const auto groups = fieldTag.GroupsOf(header)) {
         const std::string& name = groups->front();
-        if (const auto field = st.GetField(name)) {
-            boost::algorithm::replace_all(header, "%" + name + "%", field->ToString());
+        if (const auto* field = StructFields(st).Find(name)) {
+            boost::algorithm::replace_all(header, "%" + name + "%", MetaObj::PlainText(*field));
         }
     }
     return header;
 }
 
-template <typename Scalar>
-void WriteScalar(const MetaObject& value, std::ostream& out) {
-    const auto* scalar = dynamic_cast<const Scalar*>(&value);
-    out << (scalar != nullptr ? scalar->ToString() : ConversionFailure(value.GetType())) << '\n';
+FieldPlan NewPlan(const std::string& typeName, const FormatParameters& params) {
+    for (const std::string& key : {"fields:" + typeName, std::string("fields")}) {
+        if (params.HasParameter(key)) {
+            return {typeName, params.GetParameterAsList(key), params};
+        }
+    }
+    return {typeName, params};
 }
+
+/// Writes values as lines and indented blocks.
+class SimpleWriter {
+  public:
+    SimpleWriter(const FormatParameters& params, std::ostream& out)
+        : params_(params), stream_(out), out_(out), fill_(out.fill()),
+          isAligned_(params.GetParameter("align-fields") == "true") {}
+
+    void Write(bool value, int /*level*/) { out_ << value << '\n'; }
+
+    void Write(long value, int /*level*/) { out_ << value << '\n'; }
+
+    void Write(std::string_view text, int /*level*/) { out_ << text << '\n'; }
+
+    void Write(const MetaStruct& st, int level) {
+        FieldPlan& plan = PlanOf(st);
+        if (const std::string header = HeaderText(st, params_); header != "<NONE>") {
+            out_.Indent(level) << header << ":\n";
+        }
+        const StructFields fields(st);
+        const std::size_t width = isAligned_ ? WidestName(plan, fields) : 0;
+        // The plan is asked again for each field: a structure of the same type may be in one.
+        for (std::size_t i = 0; i < plan.For(fields.GetShape()).size(); ++i) {
+            const auto& field = plan.For(fields.GetShape())[i];
+            const auto* value = fields.AtSlot(field.slot);
+            if (value != nullptr) {
+                WriteField(field, *value, width, level);
+            } else if (plan.IsChosen()) {
+                out_ << "Error getting field " << field.name << '\n';
+                return;
+            }
+        }
+    }
+
+    void Write(const MetaList& list, int level) {
+        if (list.GetListType() != MetaType::Struct && list.GetListType() != MetaType::List) {
+            out_ << list.ToString() << '\n';
+            return;
+        }
+        for (const auto& element : list.GetObjects()) {
+            out_ << '\n';
+            Dispatch(*element, *this, level + 1);
+        }
+        out_ << '\n';
+    }
+
+    void WriteFailure(MetaType kind) { out_ << ConversionFailure(kind) << '\n'; }
+
+    void WriteUnknown() {}
+
+  private:
+    FieldPlan& PlanOf(const MetaStruct& st) {
+        const std::string& typeName = st.GetTypeName();
+        const auto found = plans_.find(typeName);
+        return found != plans_.end()
+                   ? found->second
+                   : plans_.try_emplace(typeName, NewPlan(typeName, params_)).first->second;
+    }
+
+    static std::size_t WidestName(FieldPlan& plan, const StructFields& fields) {
+        std::size_t width = 0;
+        for (const auto& field : plan.For(fields.GetShape())) {
+            if (plan.IsChosen() || fields.AtSlot(field.slot) != nullptr) {
+                width = std::max(width, field.name.size());
+            }
+        }
+        return width;
+    }
+
+    void WriteField(const FieldPlan::Field& field, const MetaObj::FieldValue& value,
+                    std::size_t width, int level) {
+        out_.Indent(level) << "   " << field.name;
+        out_.Fill(width - std::min(width, field.name.size()), fill_) << ": ";
+        stream_.unsetf(std::ios_base::adjustfield);
+        switch (value.GetType()) {
+        case MetaType::Struct:
+            out_ << '\n';
+            Dispatch(value, *this, level + 2);
+            break;
+        case MetaType::List:
+            Dispatch(value, *this, level + 2);
+            break;
+        default:
+            field.format.Write(value, out_);
+            out_ << '\n';
+        }
+    }
+
+    const FormatParameters& params_;
+    std::ostream& stream_;
+    TextBuffer out_;
+    char fill_;
+    bool isAligned_;
+    std::map<std::string, FieldPlan> plans_; ///< By the names of the types.
+};
 
 } // namespace
 
@@ -113,83 +194,30 @@ bool SimpleFormatter::Format(const std::shared_ptr<CallSpec::Output>& output,
 
 void SimpleFormatter::Format(std::shared_ptr<MetaObject> value, FormatParameters& params,
                              std::ostream& out, int level) {
-    if (!value) {
-        return;
-    }
-    switch (value->GetType()) {
-    case MetaType::Bool:
-        WriteScalar<MetaObj::MetaBool>(*value, out);
-        break;
-    case MetaType::Int:
-        WriteScalar<MetaObj::MetaInt>(*value, out);
-        break;
-    case MetaType::String:
-        WriteScalar<MetaObj::MetaString>(*value, out);
-        break;
-    case MetaType::Struct:
-        FormatStruct(std::dynamic_pointer_cast<MetaStruct>(value), params, out, level);
-        break;
-    case MetaType::List:
-        FormatList(std::dynamic_pointer_cast<MetaList>(value), params, out, level);
-        break;
+    if (value) {
+        SimpleWriter writer(params, out);
+        Dispatch(*value, writer, level);
     }
 }
 
 void SimpleFormatter::FormatStruct(std::shared_ptr<MetaStruct> st, FormatParameters& params,
                                    std::ostream& out, int level) {
-    if (!st) {
-        out << ConversionFailure(MetaType::Struct) << '\n';
-        return;
-    }
-    const std::string indent = GetIndent(level);
-    const auto names = FieldList(*st, params);
-    const int width = AlignmentWidth(names, params);
-    if (const std::string header = HeaderText(*st, params); header != "<NONE>") {
-        out << indent << header << ":\n";
-    }
-    for (const auto& name : names) {
-        const auto field = st->GetField(name);
-        if (!field) {
-            out << "Error getting field " << name << '\n';
-            return;
-        }
-        out << indent << "   " << std::left << std::setw(width) << name << ": ";
-        out.unsetf(std::ios_base::adjustfield);
-        FormatField(*st, name, field, params, out, level);
-    }
-}
-
-void SimpleFormatter::FormatField(MetaStruct& st, const std::string& name,
-                                  const std::shared_ptr<MetaObject>& field,
-                                  FormatParameters& params, std::ostream& out, int level) {
-    switch (field->GetType()) {
-    case MetaType::Struct:
-        out << '\n';
-        Format(field, params, out, level + 2);
-        break;
-    case MetaType::List:
-        Format(field, params, out, level + 2);
-        break;
-    default:
-        out << AutoCli_FormatField(st.GetTypeName(), name, field, params) << '\n';
+    SimpleWriter writer(params, out);
+    if (st) {
+        writer.Write(*st, level);
+    } else {
+        writer.WriteFailure(MetaType::Struct);
     }
 }
 
 void SimpleFormatter::FormatList(std::shared_ptr<MetaList> list, FormatParameters& params,
                                  std::ostream& out, int level) {
-    if (!list) {
-        out << ConversionFailure(MetaType::List) << '\n';
-        return;
+    SimpleWriter writer(params, out);
+    if (list) {
+        writer.Write(*list, level);
+    } else {
+        writer.WriteFailure(MetaType::List);
     }
-    if (list->GetListType() != MetaType::Struct && list->GetListType() != MetaType::List) {
-        out << list->ToString() << '\n';
-        return;
-    }
-    for (const auto& element : list->GetObjects()) {
-        out << '\n';
-        Format(element, params, out, level + 1);
-    }
-    out << '\n';
 }
 
 } // namespace CppTools::AutoCli

@@ -29,11 +29,6 @@ class CPPTOOLS_EXPORT SimpleFormatter : public Formatter {
                       std::ostream& out, int level);
     void FormatList(std::shared_ptr<MetaObj::MetaList> list, FormatParameters& params,
                     std::ostream& out, int level);
-
-  private:
-    void FormatField(MetaObj::MetaStruct& st, const std::string& name,
-                     const std::shared_ptr<MetaObj::MetaObject>& field, FormatParameters& params,
-                     std::ostream& out, int level);
 };
 
 } // namespace CppTools::AutoCli

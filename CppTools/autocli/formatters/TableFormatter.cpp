@@ -1,25 +1,31 @@
 #include <CppTools/autocli/formatters/DisplayContext.h>
+#include <CppTools/autocli/formatters/FieldPlan.h>
 #include <CppTools/autocli/formatters/FieldText.h>
 #include <CppTools/autocli/formatters/FormatParameters.h>
 #include <CppTools/autocli/formatters/TableFormatter.h>
+#include <CppTools/autocli/formatters/TextBuffer.h>
 #include <CppTools/callspec/Output.h>
 #include <CppTools/metaobj/CppToolException.h>
 #include <CppTools/metaobj/MetaList.h>
-#include <CppTools/metaobj/MetaStruct.h>
+#include <CppTools/metaobj/PlainText.h>
+#include <CppTools/metaobj/StructFields.h>
+#include <CppTools/metaobj/ValueCast.h>
 
 #include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/trim.hpp>
 
 #include <algorithm>
-#include <iomanip>
 #include <map>
+#include <optional>
 #include <ostream>
 
 namespace CppTools::AutoCli {
 
+using MetaObj::FieldValue;
 using MetaObj::MetaList;
 using MetaObj::MetaStruct;
 using MetaObj::MetaType;
+using MetaObj::StructFields;
 
 namespace {
 
@@ -49,24 +55,20 @@ bool ShowsHeader(const FormatParameters& params) {
     return (show.empty() ? params.GetParameter("table-header") : show) != "false";
 }
 
-int StreamWidth(std::size_t width) {
-    return static_cast<int>(width);
-}
-
 /// One table on its way to a stream.
 class Table {
   public:
-    Table(const MetaList& list, const MetaStruct& structure, FormatParameters& params,
-          const DisplayContext& display, std::ostream& out)
-        : list_(list), params_(params), out_(out), screenWidth_(display.width),
-          columns_(ColumnNames(structure, params)),
-          lastName_(columns_.empty() ? std::string() : columns_.back()) {}
+    Table(const MetaList& list, const MetaStruct& structure, const FormatParameters& params,
+          const DisplayContext& display, std::ostream& stream)
+        : list_(list), params_(params), stream_(stream), out_(stream), fill_(stream.fill()),
+          screenWidth_(display.width), columns_(ColumnNames(structure, params)),
+          lastName_(columns_.empty() ? std::string() : columns_.back()), widths_(columns_.size()) {}
 
     bool Write() {
         if (!MeasureColumns()) {
             return false;
         }
-        out_ << std::left;
+        stream_.setf(std::ios_base::left, std::ios_base::adjustfield);
         if (ShowsHeader(params_) && !columns_.empty()) {
             WriteHeader();
         }
@@ -77,43 +79,54 @@ class Table {
   private:
     /// Measures every cell, so that nothing is printed of a table with a bad row.
     bool MeasureColumns() {
-        for (const auto& column : columns_) {
-            widths_[column] = column.size() + kColumnGap;
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            widths_[i] = columns_[i].size() + kColumnGap;
         }
         for (const auto& element : list_.GetObjects()) {
-            const auto row = std::dynamic_pointer_cast<MetaStruct>(element);
-            if (!row) {
+            const auto* row = MetaObj::ValueAs<MetaStruct>(*element);
+            if (row == nullptr) {
                 out_ << "Error: Unexpected type, unable to get struct from list\n";
                 return false;
             }
-            if (!MeasureRow(row)) {
+            if (!MeasureRow(*row)) {
                 return false;
             }
+        }
+        ShareWidths();
+        return true;
+    }
+
+    bool MeasureRow(const MetaStruct& row) {
+        const auto& fields = PlanOf(row);
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            const auto* value = FindCell(row, fields[i]);
+            if (value == nullptr) {
+                out_ << "Error: Unknown field in field list: " << columns_[i] << '\n';
+                return false;
+            }
+            widths_[i] = std::max(widths_[i], fields[i].format.Length(*value) + kColumnGap);
         }
         return true;
     }
 
-    bool MeasureRow(const std::shared_ptr<MetaStruct>& row) {
-        for (const auto& column : columns_) {
-            const auto value = GetSubField(row, column);
-            if (!value) {
-                out_ << "Error: Unknown field in field list: " << column << '\n';
-                return false;
-            }
-            const std::string text =
-                AutoCli_FormatField(row->GetTypeName(), column, value, params_);
-            auto& width = widths_[column];
-            width = std::max(width, text.size() + kColumnGap);
+    /// Columns of one name have one width.
+    void ShareWidths() {
+        std::map<std::string_view, std::size_t> widest;
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            auto& width = widest[columns_[i]];
+            width = std::max(width, widths_[i]);
         }
-        return true;
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            widths_[i] = widest[columns_[i]];
+        }
     }
 
     void WriteHeader() {
         std::string line;
         for (std::size_t i = 0; i + 1 < columns_.size(); ++i) {
-            const std::size_t width = widths_.at(columns_[i]);
-            out_ << std::setw(StreamWidth(width)) << columns_[i];
-            line.append(width - kColumnGap, '-').append(kColumnGap, ' ');
+            out_ << columns_[i];
+            out_.Fill(widths_[i] - columns_[i].size(), fill_);
+            line.append(widths_[i] - kColumnGap, '-').append(kColumnGap, ' ');
         }
         out_ << lastName_ << '\n';
         if (params_.GetParameter("header-line") != "false") {
@@ -124,10 +137,8 @@ class Table {
     /// The last column is wrapped only beside others, and only where the display is known to
     /// leave room for its name.
     void DecideWrapping() {
-        for (const auto& column : columns_) {
-            if (column != lastName_) {
-                fixedWidth_ += widths_.at(column);
-            }
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            fixedWidth_ += columns_[i] != lastName_ ? widths_[i] : 0;
         }
         wraps_ = params_.GetParameter("wrap-last") == "true" && fixedWidth_ != 0 &&
                  screenWidth_ >= fixedWidth_ + lastName_.size();
@@ -135,51 +146,70 @@ class Table {
 
     bool WriteRows() {
         for (const auto& element : list_.GetObjects()) {
-            const auto row = std::dynamic_pointer_cast<MetaStruct>(element);
-            if (!row) {
-                continue;
-            }
-            for (const auto& column : columns_) {
-                if (!WriteCell(row, column)) {
+            if (const auto* row = MetaObj::ValueAs<MetaStruct>(*element)) {
+                if (!WriteRow(*row)) {
                     return false;
                 }
             }
-            out_ << '\n';
         }
         return true;
     }
 
-    bool WriteCell(const std::shared_ptr<MetaStruct>& row, const std::string& column) {
-        const auto value = GetSubField(row, column);
-        if (!value) {
-            out_ << "Unknown column " << column;
-            return false;
+    bool WriteRow(const MetaStruct& row) {
+        const auto& fields = PlanOf(row);
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            const auto* value = FindCell(row, fields[i]);
+            if (value == nullptr) {
+                out_ << "Unknown column " << columns_[i];
+                return false;
+            }
+            WriteCell(fields[i], *value, widths_[i]);
         }
-        if (wraps_ && column == lastName_) {
-            AutoCli_FitString(StreamWidth(fixedWidth_), StreamWidth(screenWidth_),
-                              value->ToString(), true, out_, false, '\0', true);
-            return true;
-        }
-        const std::string text = AutoCli_FormatField(row->GetTypeName(), column, value, params_);
-        const std::size_t width = widths_.at(column);
-        if (value->GetType() == MetaType::Int) {
-            out_ << std::right << std::setw(StreamWidth(width - kColumnGap)) << text << "  "
-                 << std::left;
-        } else if (column != lastName_) {
-            out_ << std::setw(StreamWidth(width)) << text;
-        } else {
-            out_ << text;
-        }
+        out_ << '\n';
+        out_.Flush(); // what writing a row does to values is seen by the next one
         return true;
+    }
+
+    void WriteCell(const FieldPlan::Field& field, const FieldValue& value, std::size_t width) {
+        const bool isLast = field.name == lastName_;
+        if (isLast && wraps_) {
+            out_.Flush();
+            AutoCli_FitString(static_cast<int>(fixedWidth_), static_cast<int>(screenWidth_),
+                              MetaObj::PlainText(value), true, stream_, false, '\0', true);
+        } else if (value.GetType() == MetaType::Int) {
+            field.format.WriteRight(value, {width - kColumnGap, fill_}, out_);
+            out_.Fill(kColumnGap, ' ');
+        } else if (isLast) {
+            field.format.Write(value, out_);
+        } else {
+            field.format.WriteLeft(value, {width, fill_}, out_);
+        }
+    }
+
+    const std::vector<FieldPlan::Field>& PlanOf(const MetaStruct& row) {
+        const std::string& typeName = row.GetTypeName();
+        if (typeName != planType_) {
+            planType_ = typeName;
+            plan_.emplace(typeName, columns_, params_);
+        }
+        return plan_->For(StructFields(row).GetShape());
+    }
+
+    static const FieldValue* FindCell(const MetaStruct& row, const FieldPlan::Field& field) {
+        return field.isPath ? FindSubField(row, field.name) : StructFields(row).AtSlot(field.slot);
     }
 
     const MetaList& list_;
-    FormatParameters& params_;
-    std::ostream& out_;
+    const FormatParameters& params_;
+    std::ostream& stream_;
+    TextBuffer out_;
+    char fill_;
     std::size_t screenWidth_;
     std::vector<std::string> columns_;
     std::string lastName_;
-    std::map<std::string, std::size_t> widths_;
+    std::vector<std::size_t> widths_; ///< Of the columns, the gap behind them included.
+    std::string planType_;            ///< The type of the structures that the plan is for; no
+    std::optional<FieldPlan> plan_;   ///< type is called nothing.
     std::size_t fixedWidth_ = 0;
     bool wraps_ = false;
 };

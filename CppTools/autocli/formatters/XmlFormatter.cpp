@@ -1,5 +1,5 @@
-#include <CppTools/autocli/formatters/FieldText.h>
 #include <CppTools/autocli/formatters/FormatParameters.h>
+#include <CppTools/autocli/formatters/TextBuffer.h>
 #include <CppTools/autocli/formatters/ValueDispatch.h>
 #include <CppTools/autocli/formatters/XmlFormatter.h>
 #include <CppTools/callspec/Output.h>
@@ -18,25 +18,18 @@ namespace {
 
 constexpr const char* kNamespaceUri = "urn:corvane:tandril:output:1";
 
-/// The entity that stands for a character; null when it stands for itself.
-const char* EntityFor(char character) {
-    switch (character) {
-    case '&':
-        return "&amp;";
-    case '<':
-        return "&lt;";
-    case '>':
-        return "&gt;";
-    case '%':
-        return "&#37;";
-    case '"':
-        return "&quot;";
-    case '\'':
-        return "&apos;";
-    default:
-        return nullptr;
-    }
+constexpr Escapes XmlEscapes() {
+    Escapes escapes;
+    escapes.Set('&', "&amp;");
+    escapes.Set('<', "&lt;");
+    escapes.Set('>', "&gt;");
+    escapes.Set('%', "&#37;");
+    escapes.Set('"', "&quot;");
+    escapes.Set('\'', "&apos;");
+    return escapes;
 }
+
+constexpr Escapes kEscapes = XmlEscapes();
 
 /// The names of the kinds of elements, at the kinds' own numbers.
 constexpr std::array<const char*, 5> kListKinds = {"integer", "boolean", "string", "structure",
@@ -50,41 +43,37 @@ const char* ListKind(MetaType type) {
 /// Writes values as lines of elements.
 class XmlWriter {
   public:
-    explicit XmlWriter(std::ostream& out) : out_(out) {}
+    explicit XmlWriter(TextBuffer& out) : out_(out) {}
 
-    void Write(const MetaObject& value, int level) { Dispatch(value, *this, level); }
-
-    void WriteValue(const MetaObj::MetaBool& value, int level) {
-        out_ << GetIndent(level) << "<boolean>" << value.ToString() << "</boolean>\n";
+    void Write(bool value, int level) {
+        out_.Indent(level) << "<boolean>" << value << "</boolean>\n";
     }
 
-    void WriteValue(const MetaObj::MetaInt& value, int level) {
-        out_ << GetIndent(level) << "<integer>" << value.ToString() << "</integer>\n";
+    void Write(long value, int level) {
+        out_.Indent(level) << "<integer>" << value << "</integer>\n";
     }
 
-    void WriteValue(const MetaObj::MetaString& value, int level) {
-        out_ << GetIndent(level) << "<string>" << SantizeString(value.GetValue()) << "</string>\n";
+    void Write(std::string_view text, int level) {
+        (out_.Indent(level) << "<string>").Escaped(text, kEscapes) << "</string>\n";
     }
 
-    void WriteValue(const MetaStruct& value, int level) {
-        const std::string indent = GetIndent(level);
-        const std::string fieldIndent = GetIndent(level + 1);
-        out_ << indent << "<structure typeName=\"" << SantizeString(value.GetTypeName()) << "\">\n";
-        for (const auto& name : value.GetFieldNames()) {
-            out_ << fieldIndent << "<field name=\"" << SantizeString(name) << "\">\n";
-            Write(*value.GetField(name), level + 2);
-            out_ << fieldIndent << "</field>\n";
+    void Write(const MetaStruct& value, int level) {
+        (out_.Indent(level) << "<structure typeName=\"").Escaped(value.GetTypeName(), kEscapes)
+            << "\">\n";
+        for (const auto& [name, field] : MetaObj::StructFields(value)) {
+            (out_.Indent(level + 1) << "<field name=\"").Escaped(name, kEscapes) << "\">\n";
+            Dispatch(field, *this, level + 2);
+            out_.Indent(level + 1) << "</field>\n";
         }
-        out_ << indent << "</structure>\n";
+        out_.Indent(level) << "</structure>\n";
     }
 
-    void WriteValue(const MetaList& value, int level) {
-        const std::string indent = GetIndent(level);
-        out_ << indent << "<list type=\"" << ListKind(value.GetListType()) << "\">\n";
+    void Write(const MetaList& value, int level) {
+        out_.Indent(level) << "<list type=\"" << ListKind(value.GetListType()) << "\">\n";
         for (const auto& element : value.GetObjects()) {
-            Write(*element, level + 2);
+            Dispatch(*element, *this, level + 2);
         }
-        out_ << indent << "</list>\n";
+        out_.Indent(level) << "</list>\n";
     }
 
     /// Only the one for booleans is a comment; the others make the document ill-formed.
@@ -101,17 +90,23 @@ class XmlWriter {
     }
 
   private:
-    std::ostream& out_;
+    TextBuffer& out_;
 };
 
-void WriteMetaData(const FormatParameters& params, std::ostream& out) {
-    const std::string indent = GetIndent(1);
-    out << indent << "<meta-data>\n";
+void WriteMetaData(const FormatParameters& params, TextBuffer& out) {
+    out.Indent(1) << "<meta-data>\n";
     for (const auto& [key, value] : params.GetParameters()) {
-        out << GetIndent(2) << "<meta-data-field name=\"" << SantizeString(key) << "\" value=\""
-            << SantizeString(value) << "\"/>\n";
+        (out.Indent(2) << "<meta-data-field name=\"").Escaped(key, kEscapes) << "\" value=\"";
+        out.Escaped(value, kEscapes) << "\"/>\n";
     }
-    out << indent << "</meta-data>\n";
+    out.Indent(1) << "</meta-data>\n";
+}
+
+void WriteValue(const std::shared_ptr<MetaObject>& value, TextBuffer& out, int level) {
+    if (value) {
+        XmlWriter writer(out);
+        Dispatch(*value, writer, level);
+    }
 }
 
 } // namespace
@@ -120,11 +115,8 @@ std::string SantizeString(std::string text) {
     std::string sanitized;
     sanitized.reserve(text.size());
     for (const char character : text) {
-        if (const char* entity = EntityFor(character)) {
-            sanitized += entity;
-        } else {
-            sanitized += character;
-        }
+        const std::string_view entity = kEscapes.For(character);
+        sanitized += entity.empty() ? std::string_view(&character, 1) : entity;
     }
     return sanitized;
 }
@@ -139,24 +131,23 @@ XmlFormatter::~XmlFormatter() = default;
 
 bool XmlFormatter::Format(const std::shared_ptr<CallSpec::Output>& output, FormatParameters& params,
                           DisplayContext& /*display*/, std::ostream& out) {
-    out << "<?xml version=\"1.0\"?>\n";
+    TextBuffer buffer(out);
+    buffer << "<?xml version=\"1.0\"?>\n";
     if (params.HasParameter("stylesheet")) {
-        out << "<?xml-stylesheet type=\"text/xsl\" href=\"" << params.GetParameter("stylesheet")
-            << "\"?>\n";
+        buffer << "<?xml-stylesheet type=\"text/xsl\" href=\"" << params.GetParameter("stylesheet")
+               << "\"?>\n";
     }
-    out << "<output xmlns:tandril=\"" << kNamespaceUri << "\">\n";
-    WriteMetaData(params, out);
-    const std::string indent = GetIndent(1);
-    out << indent << "<root>\n";
-    Format(output->GetRootObject(), out, 2);
-    out << indent << "</root>\n</output>\n";
+    buffer << "<output xmlns:tandril=\"" << kNamespaceUri << "\">\n";
+    WriteMetaData(params, buffer);
+    buffer.Indent(1) << "<root>\n";
+    WriteValue(output->GetRootObject(), buffer, 2);
+    buffer.Indent(1) << "</root>\n</output>\n";
     return true;
 }
 
 void XmlFormatter::Format(std::shared_ptr<MetaObject> value, std::ostream& out, int level) {
-    if (value) {
-        XmlWriter(out).Write(*value, level);
-    }
+    TextBuffer buffer(out);
+    WriteValue(value, buffer, level);
 }
 
 } // namespace CppTools::AutoCli

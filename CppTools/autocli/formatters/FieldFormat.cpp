@@ -1,0 +1,157 @@
+#include <CppTools/autocli/formatters/FieldFormat.h>
+#include <CppTools/autocli/formatters/FormatParameters.h>
+#include <CppTools/autocli/formatters/TextBuffer.h>
+#include <CppTools/host/ProcessSpawn.h>
+#include <CppTools/metaobj/MetaBool.h>
+#include <CppTools/metaobj/MetaInt.h>
+#include <CppTools/metaobj/MetaString.h>
+#include <CppTools/metaobj/PlainText.h>
+#include <CppTools/metaobj/ValueCast.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <vector>
+
+namespace CppTools::AutoCli {
+
+using MetaObj::FieldValue;
+using MetaObj::MetaObject;
+using MetaObj::ValueAs;
+
+namespace {
+
+/// What the field's text may need beyond the lengths of the format and of the plain text.
+constexpr std::size_t kSpareFormatRoom = 65;
+
+const std::string* FindParameter(const FormatParameters& params, const std::string& key) {
+    const auto found = params.GetParameters().find(key);
+    return found != params.GetParameters().end() ? &found->second : nullptr;
+}
+
+/// Formats one value; returns what snprintf does. Structures and lists format as nothing. The
+/// format comes from the user, who answers for its fitting the value.
+struct Printer {
+    int operator()(long number) const {
+        return std::snprintf(buffer.data(), buffer.size(), format, number);
+    }
+
+    int operator()(bool truth) const {
+        return std::snprintf(buffer.data(), buffer.size(), format, truth ? 1 : 0);
+    }
+
+    int operator()(std::string_view text) const {
+        return std::snprintf(buffer.data(), buffer.size(), format, std::string(text).c_str());
+    }
+
+    int operator()(const MetaObject& value) const {
+        if (const auto* number = ValueAs<MetaObj::MetaInt>(value)) {
+            return (*this)(number->GetValue());
+        }
+        if (const auto* truth = ValueAs<MetaObj::MetaBool>(value)) {
+            return (*this)(truth->GetValue());
+        }
+        if (const auto* text = ValueAs<MetaObj::MetaString>(value)) {
+            return (*this)(std::string_view(text->GetValue()));
+        }
+        return 0;
+    }
+
+    std::vector<char>& buffer;
+    const char* format;
+};
+
+struct PlainWriter {
+    void operator()(long number) const { out << number; }
+
+    void operator()(bool truth) const { out << truth; }
+
+    void operator()(std::string_view text) const { out << text; }
+
+    void operator()(const MetaObject& value) const {
+        if (const auto* text = ValueAs<MetaObj::MetaString>(value)) {
+            out << text->GetValue();
+        } else {
+            out << value.ToString();
+        }
+    }
+
+    TextBuffer& out;
+};
+
+struct PlainLength {
+    std::size_t operator()(long number) const {
+        std::array<char, 24> digits;
+        const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+        return static_cast<std::size_t>(end - digits.data());
+    }
+
+    std::size_t operator()(bool truth) const { return truth ? 4 : 5; }
+
+    std::size_t operator()(std::string_view text) const { return text.size(); }
+
+    std::size_t operator()(const MetaObject& value) const {
+        const auto* text = ValueAs<MetaObj::MetaString>(value);
+        return text != nullptr ? text->GetValue().size() : value.ToString().size();
+    }
+};
+
+} // namespace
+
+FieldFormat::FieldFormat(const std::string& typeName, const std::string& fieldName,
+                         const FormatParameters& params)
+    : printfKey_("printf:" + typeName + "." + fieldName),
+      printf_(FindParameter(params, printfKey_)),
+      units_(FindParameter(params, "units:" + typeName + "." + fieldName)) {}
+
+void FieldFormat::Write(const FieldValue& value, TextBuffer& out) const {
+    if (IsPlain()) {
+        value.Visit(PlainWriter{out});
+    } else {
+        out << Text(value);
+    }
+}
+
+void FieldFormat::WriteLeft(const FieldValue& value, Padding padding, TextBuffer& out) const {
+    const std::size_t length = Length(value);
+    Write(value, out);
+    out.Fill(padding.width - std::min(padding.width, length), padding.fill);
+}
+
+void FieldFormat::WriteRight(const FieldValue& value, Padding padding, TextBuffer& out) const {
+    const std::size_t length = Length(value);
+    out.Fill(padding.width - std::min(padding.width, length), padding.fill);
+    Write(value, out);
+}
+
+std::size_t FieldFormat::Length(const FieldValue& value) const {
+    return IsPlain() ? value.Visit(PlainLength{}) : Text(value).size();
+}
+
+std::string FieldFormat::Text(const MetaObject& value) const {
+    return TextOf(value);
+}
+
+std::string FieldFormat::Text(const FieldValue& value) const {
+    return value.Visit([this](const auto& content) { return TextOf(content); });
+}
+
+template <typename Content>
+std::string FieldFormat::TextOf(const Content& content) const {
+    std::string text;
+    MetaObj::PlainTextWriter(text).Append(content);
+    if (printf_ != nullptr) {
+        std::vector<char> buffer(printf_->size() + text.size() + kSpareFormatRoom);
+        if (Printer{buffer, printf_->c_str()}(content) < 0) {
+            return "Error while handling formatting parameter " + printfKey_ +
+                   ".  Unable to format field: " + Host::StatusText(errno);
+        }
+        text = buffer.data();
+    }
+    if (units_ != nullptr) {
+        text += ' ' + *units_;
+    }
+    return text;
+}
+
+} // namespace CppTools::AutoCli
