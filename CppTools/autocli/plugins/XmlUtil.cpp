@@ -1,25 +1,16 @@
+#include <CppTools/autocli/plugins/DocumentReader.h>
+#include <CppTools/autocli/plugins/ValueBuilder.h>
 #include <CppTools/autocli/plugins/XmlElements.h>
 #include <CppTools/autocli/plugins/XmlUtil.h>
-#include <CppTools/callspec/ValueReading.h>
 #include <CppTools/metaobj/CppToolException.h>
-#include <CppTools/metaobj/MetaBool.h>
-#include <CppTools/metaobj/MetaInt.h>
 #include <CppTools/metaobj/MetaList.h>
-#include <CppTools/metaobj/MetaString.h>
 #include <CppTools/metaobj/MetaStruct.h>
-
-#include <libxml/parser.h>
-
-#include <array>
-#include <limits>
-#include <utility>
 
 namespace CppTools::AutoCli {
 
 using MetaObj::MetaList;
 using MetaObj::MetaObject;
 using MetaObj::MetaStruct;
-using MetaObj::MetaType;
 
 namespace {
 
@@ -27,73 +18,32 @@ struct XmlTextDeleter {
     void operator()(xmlChar* text) const noexcept { xmlFree(text); }
 };
 
-MetaType ReadListType(_xmlNode* node) {
-    static constexpr std::array<std::pair<std::string_view, MetaType>, 5> kTypes = {
-        {{"string", MetaType::String},
-         {"int", MetaType::Int},
-         {"bool", MetaType::Bool},
-         {"structure", MetaType::Struct},
-         {"list", MetaType::List}}};
-    const std::string word = XmlUtil_ExtractAttribute(node, "type");
-    for (const auto& [name, type] : kTypes) {
-        if (name == word) {
-            return type;
+void Feed(ValueBuilder& builder, _xmlNode* node, std::string_view name);
+
+void FeedContents(ValueBuilder& builder, const xmlNode& node) {
+    for (auto* child = node.children; child != nullptr; child = child->next) {
+        if (child->type == XML_ELEMENT_NODE) {
+            Feed(builder, child, NodeName(*child));
+        } else if (child->content != nullptr) {
+            builder.AddContent(ValueBuilder::Content::Other,
+                               reinterpret_cast<const char*>(child->content));
         }
     }
-    throw CppToolException(
-        "Invalid list type attribute.  Must be one of [string, int, bool, structure, list]");
 }
 
-std::shared_ptr<MetaObject> BuildMetaInt(_xmlNode* node) {
-    const std::string text = XmlUtil_GetContent(node);
-    long number = 0;
-    if (!text.empty() && !CallSpec::ReadLeadingInteger(text, number)) {
-        throw CppToolException("Unable to read an int value from: '" + text + "'");
-    }
-    return MetaObj::MetaInt::New(number);
+/// Tells the builder of an element, under a name that it may not have.
+void Feed(ValueBuilder& builder, _xmlNode* node, std::string_view name) {
+    const char* const attribute = ValueBuilder::AttributeOf(name);
+    builder.StartElement(name, attribute != nullptr ? XmlUtil_ExtractAttribute(node, attribute)
+                                                    : std::string());
+    FeedContents(builder, *node);
+    builder.EndElement();
 }
 
-std::shared_ptr<MetaObject> BuildMetaBool(_xmlNode* node) {
-    const std::string text = XmlUtil_GetContent(node);
-    return MetaObj::MetaBool::New(text != "false" && text != "f" && text != "0");
-}
-
-/// A copy of a structure, and of those inside it, for use as a template. Lists are shared: each
-/// holds its items beside a template of its own, so that copies would double with each level.
-std::shared_ptr<MetaObject> CopyForTemplate(const std::shared_ptr<MetaObject>& value) {
-    const auto* structure = dynamic_cast<const MetaStruct*>(value.get());
-    if (structure == nullptr) {
-        return value;
-    }
-    auto copy = MetaStruct::New(structure->GetTypeName());
-    for (const auto& name : structure->GetFieldNames()) {
-        copy->SetField(name, CopyForTemplate(structure->GetField(name)));
-    }
-    return copy;
-}
-
-/// The first item is read only once, and copied for the template, since reading it twice would
-/// take twice as long for each level of lists within lists.
-std::shared_ptr<MetaList> BuildListWithTemplate(MetaType type, _xmlNode* node) {
-    auto* const first = FirstElementFrom(node->children);
-    const auto firstItem = first != nullptr ? XmlUtil_BuildMetaObject(first) : nullptr;
-    auto list = MetaList::New(type, CopyForTemplate(firstItem));
-    ForEachElement(*node, [&](_xmlNode* child) {
-        list->Add(child == first ? firstItem : XmlUtil_BuildMetaObject(child));
-    });
-    return list;
-}
-
-std::shared_ptr<MetaObject> BuildRootValue(_xmlNode* element) {
-    try {
-        return XmlUtil_BuildMetaObject(element);
-    } catch (const CppToolException& failure) {
-        throw CppToolException(
-            std::string("Error parsing command output.  Unable to build a proper metaobject from "
-                        "output tag.  output must contain properly formatted tags of type bool, "
-                        "int, string, structure and list. Error was : ") +
-            failure.what());
-    }
+std::shared_ptr<MetaObject> BuildAs(std::string_view name, _xmlNode* node) {
+    ValueBuilder builder;
+    Feed(builder, node, name);
+    return builder.GetValue();
 }
 
 } // namespace
@@ -142,66 +92,27 @@ std::shared_ptr<MetaObject> XmlUtil_BuildMetaObject(_xmlNode* node) {
     if (name == "comment") {
         throw CppToolException("Trying to make a meta object from a comment");
     }
-    if (name == "list") {
-        return BuildMetaList(node);
-    }
-    if (name == "structure") {
-        return BuildMetaStruct(node);
-    }
-    if (name == "int") {
-        return BuildMetaInt(node);
-    }
-    if (name == "bool") {
-        return BuildMetaBool(node);
-    }
-    if (name == "string") {
-        return MetaObj::MetaString::New(XmlUtil_GetContent(node));
-    }
-    throw CppToolException("Unable to make a MetaObject from a node with tag '" +
-                           std::string(name) + "'");
+    return BuildAs(name, node);
 }
 
 std::shared_ptr<MetaList> BuildMetaList(_xmlNode* node) {
-    const MetaType type = ReadListType(node);
-    if (type == MetaType::Struct || type == MetaType::List) {
-        return BuildListWithTemplate(type, node);
-    }
-    auto list = MetaList::New(type);
-    ForEachElement(*node, [&](_xmlNode* child) { list->Add(XmlUtil_BuildMetaObject(child)); });
-    return list;
+    return std::static_pointer_cast<MetaList>(BuildAs("list", node));
 }
 
 std::shared_ptr<MetaStruct> BuildMetaStruct(_xmlNode* node) {
-    auto structure = MetaStruct::New(XmlUtil_ExtractAttribute(node, "typeName"));
-    ForEachElementNamed(*node, "field", [&](_xmlNode* field) {
-        const std::string name = XmlUtil_ExtractAttribute(field, "name");
-        if (name.empty()) {
-            throw CppToolException(
-                "Invalid <field> tag found.  <field> requires a 'name' attribute.");
-        }
-        if (auto* const value = FirstElementFrom(field->children)) {
-            structure->SetField(name, XmlUtil_BuildMetaObject(value), "");
-        }
-    });
-    return structure;
+    return std::static_pointer_cast<MetaStruct>(BuildAs("structure", node));
 }
 
 std::shared_ptr<MetaObject> XmlUtil_ParseXmlOutput(const std::string& text) {
-    if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
-        return nullptr;
+    try {
+        return ReadDocument(text);
+    } catch (const CppToolException& failure) {
+        throw CppToolException(
+            std::string("Error parsing command output.  Unable to build a proper metaobject from "
+                        "output tag.  output must contain properly formatted tags of type bool, "
+                        "int, string, structure and list. Error was : ") +
+            failure.what());
     }
-    const XmlDocument document(
-        xmlReadMemory(text.data(), static_cast<int>(text.size()), "STDOUT", nullptr, 0));
-    if (!document) {
-        return nullptr;
-    }
-    const xmlNode* root = xmlDocGetRootElement(document.get());
-    if (root == nullptr) {
-        throw CppToolException("Error parsing command output.  Unable to find a properly formatted "
-                               "output tag as the document root");
-    }
-    auto* const element = FirstElementFrom(root->children);
-    return element != nullptr ? BuildRootValue(element) : nullptr;
 }
 
 } // namespace CppTools::AutoCli
