@@ -5,6 +5,7 @@
 
 #include <boost/algorithm/string/replace.hpp>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -124,16 +125,27 @@ void WriteAll(const Host::FileDescriptor& descriptor, const std::string& text) {
     }
 }
 
+/// Makes room for another read. Room that is never used costs no memory, but moving a large text
+/// to a larger place does; so it grows by more than the usual factor of two.
+void MakeRoom(std::string& text) {
+    if (text.capacity() - text.size() < kReadSize) {
+        text.reserve(std::max(text.size() + kReadSize, text.capacity() * 4));
+    }
+}
+
 void ReadAll(const Host::FileDescriptor& descriptor, std::string& text) {
-    std::array<char, kReadSize> buffer;
     while (true) {
-        const ssize_t count = read(descriptor.Get(), buffer.data(), buffer.size());
-        if (count > 0) {
-            text.append(buffer.data(), static_cast<std::size_t>(count));
-        } else if (count == 0) {
+        const std::size_t size = text.size();
+        MakeRoom(text);
+        text.resize(size + kReadSize);
+        const ssize_t count = read(descriptor.Get(), text.data() + size, kReadSize);
+        const int error = errno;
+        text.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        if (count == 0) {
             return;
-        } else if (errno != EINTR) {
-            Fail("Unable to read from sub-process: ", errno);
+        }
+        if (count < 0 && error != EINTR) {
+            Fail("Unable to read from sub-process: ", error);
         }
     }
 }
