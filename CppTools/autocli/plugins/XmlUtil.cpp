@@ -104,15 +104,7 @@ std::shared_ptr<MetaStruct> BuildMetaStruct(_xmlNode* node) {
 }
 
 std::shared_ptr<MetaObject> XmlUtil_ParseXmlOutput(const std::string& text) {
-    try {
-        return ReadDocument(text);
-    } catch (const CppToolException& failure) {
-        throw CppToolException(
-            std::string("Error parsing command output.  Unable to build a proper metaobject from "
-                        "output tag.  output must contain properly formatted tags of type bool, "
-                        "int, string, structure and list. Error was : ") +
-            failure.what());
-    }
+    return ReadDocument(text);
 }
 
 } // namespace CppTools::AutoCli
