@@ -1,6 +1,7 @@
 #!/bin/sh
-# Installs the Debian packages that building and testing need. Only what is missing is installed;
-# with nothing missing neither root nor the network is needed. Asks nothing.
+# Installs the Debian packages that building and testing need; those of the benchmarks too when
+# asked: `install-deps.sh bench`. Only what is missing is installed; with nothing missing neither
+# root nor the network is needed. Asks nothing.
 set -eu
 
 packages="
@@ -22,6 +23,16 @@ packages="
     procps
     python3
 "
+if [ "${1:-}" = bench ]; then
+    packages="$packages
+    bsdextrautils
+    jq
+    libbenchmark-dev
+    libcli11-dev
+    python3-lxml
+    rapidjson-dev
+"
+fi
 
 missing=""
 for package in $packages; do

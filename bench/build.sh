@@ -1,0 +1,13 @@
+# Read by run.sh and growth.sh: builds the programs, and speaks only when that fails. Debian's own
+# python3 is the one that Debian's Python packages are for.
+PATH=/usr/bin:$PATH
+export PATH PYTHONPATH="$PWD/bench/data" PYTHONDONTWRITEBYTECODE=1
+mkdir -p build
+if ! {
+    ./scripts/install-deps.sh bench &&
+        cmake --preset release &&
+        cmake --build --preset release --target benchmarks
+} >build/bench.log 2>&1; then
+    cat build/bench.log >&2
+    exit 1
+fi
