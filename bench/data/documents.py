@@ -39,3 +39,9 @@ def write_refusal(path, document):
     """What a command prints that fails late: its first line is an error, the rest is only read."""
     with open(document) as text, open(path, "w") as out:
         out.write("ERROR:not today\n" + text.read())
+
+
+def write_lines(path, count):
+    """Command lines for the tool to read."""
+    with open(path, "w") as out:
+        out.write("tandril command list\n" * count)

@@ -33,7 +33,7 @@ class Declared : public FourParameters {
 
 /// Words of a command line: a command, then `count` options with a value.
 std::vector<std::string> WordsOf(long count, long names) {
-    std::vector<std::string> words = {"tool", "run"};
+    std::vector<std::string> words = {"run"};
     for (long i = 0; i < count; ++i) {
         words.push_back("--option" + std::to_string(i % names));
         words.emplace_back("value");
@@ -77,7 +77,7 @@ void MeasureOption(long size) {
 
 void MeasurePath(long size) {
     AutoCli::Dispatcher dispatcher;
-    std::vector<std::string> words = {"tool"};
+    std::vector<std::string> words;
     std::shared_ptr<AutoCli::NamespaceNode> node = dispatcher.GetRootNamespace();
     for (long i = 1; i < size; ++i) {
         words.emplace_back("level");

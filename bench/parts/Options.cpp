@@ -24,9 +24,9 @@ void ParseLine(benchmark::State& state) {
 void ParseWords(benchmark::State& state) {
     Bench::FourParameters command;
     const auto spec = command.GetInputSpec();
-    const std::vector<std::string> words = {"tandril", "--formatter", "json",   "ns0000",
-                                            "cmd003",  "--name",      "web01",  "--size=64",
-                                            "-m",      "fast",        "--force"};
+    const std::vector<std::string> words = {"--formatter", "json",   "ns0000",    "cmd003",
+                                            "--name",      "web01",  "--size=64", "-m",
+                                            "fast",        "--force"};
     for (auto _ : state) {
         AutoCli::OptionParser parser;
         parser.ParseVector(words);

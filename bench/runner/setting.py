@@ -55,6 +55,8 @@ class Setting:
         self._make("rows.tsv", lambda path: documents.write_tsv(path, self.sizes.rows))
         self._make("refusal.txt",
                    lambda path: documents.write_refusal(path, self.file("rows.xml")))
+        self._make("lines.txt",
+                   lambda path: documents.write_lines(path, self.sizes.lines))
         self._make("few", lambda path: descriptors.write_folder(path, self.sizes.few))
         self._make("many", lambda path: descriptors.write_folder(path, self.sizes.many))
         descriptors.write_cat_command(self.file("rows_show.xml"), self.file("rows.xml"))

@@ -222,9 +222,18 @@ def extension(setting):
 
 
 def stream(setting):
-    jobs = [Job("stream", (setting.program("line-stream"), str(setting.sizes.lines)))]
-    return Group(jobs, [Row(f"a line of a stream of {setting.sizes.lines:,}", "us",
-                            figure("stream", "us_per_line"), must=20, goal=5, absolute=True)])
+    lines = setting.sizes.lines
+    jobs = [
+        Job("stream", (setting.program("line-stream"), str(lines))),
+        Job("start", (setting.tandril(), "tandril", "command", "list"), prints=False),
+        Job("input", (setting.tandril(), "--input", setting.file("lines.txt")), prints=False),
+    ]
+    return Group(jobs, [
+        Row(f"a line of a stream of {lines:,}", "us", figure("stream", "us_per_line"), must=20,
+            goal=5, absolute=True),
+        Row("a line of tandril --input, each a table of one row", "us",
+            lambda r: (r("input", "ms") - r("start", "ms")) * 1e3 / lines),
+    ])
 
 
 def road(setting):

@@ -24,6 +24,7 @@ inline std::string DescriptorText(long commands) {
 <parameter name="force" type="flag"><description>Do not ask</description></parameter>
 </input-spec><output-spec><list type="structure"><structure typeName="Row"><field name="Id"><int/>
 </field><field name="Name"><string/></field></structure></list></output-spec>
+<format-parameters><formatter>table</formatter></format-parameters>
 <execute>/bin/cat /dev/null $val{name} $if{force,--force}</execute></command>
 )";
     }
