@@ -1,3 +1,4 @@
+# shellcheck shell=sh
 # Read by run.sh and growth.sh: builds the programs, and speaks only when that fails. Debian's own
 # python3 is the one that Debian's Python packages are for.
 PATH=/usr/bin:$PATH

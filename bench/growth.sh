@@ -11,4 +11,4 @@ set -eu
 cd "$(dirname "$0")/.."
 . bench/build.sh
 
-python3 bench/runner/growth.py --build build/release "$@"
+exec python3 bench/runner/growth.py --build build/release "$@"

@@ -4,7 +4,8 @@
 #
 #     bench/run.sh                       everything: a quarter of an hour on two cores
 #     bench/run.sh --quick               small data, one round: does every program still run?
-#     bench/run.sh --only NAME           one group: start commands rows reading extension stream road
+#     bench/run.sh --only NAME           one group: start commands rows reading extension stream
+#                                        road parts
 #     bench/run.sh --rounds N            rounds of turns (5)
 #     bench/run.sh --tandril-build DIR   beside another build, whose target benchmarks is built
 #     bench/run.sh --write               renews the table of docs/performance.md
@@ -12,14 +13,4 @@ set -eu
 cd "$(dirname "$0")/.."
 . bench/build.sh
 
-python3 bench/runner/compare.py --build build/release "$@"
-
-# The pieces of the engine, each by itself.
-case " $* " in
-*" --only "*) ;;
-*" --quick "*)
-    build/release/bench/parts --benchmark_min_time=0.001 >build/release/bench/parts.txt
-    ./bench/growth.sh --max 64 >build/release/bench/growth.txt
-    ;;
-*) build/release/bench/parts --benchmark_min_time=0.1 --benchmark_format=console ;;
-esac
+exec python3 bench/runner/compare.py --build build/release "$@"

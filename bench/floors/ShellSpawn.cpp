@@ -3,8 +3,10 @@
 
 #include "../support/Measure.h"
 
+#include <cstdlib>
 #include <fcntl.h>
 #include <iostream>
+#include <memory>
 #include <spawn.h>
 #include <stdexcept>
 #include <sys/wait.h>
@@ -39,14 +41,29 @@ pid_t StartShell(const std::string& line, const Pipe& in, const Pipe& out) {
     return child;
 }
 
-/// The text grows by doubling and is touched once: what is read goes to where it stays.
-std::size_t ReadAll(int file, std::size_t block, std::vector<char>& text) {
+/// Grows by doubling, without clearing or copying what the system can move. It is kept from call to
+/// call, so that its pages are new to the first alone.
+class Text {
+  public:
+    /// Room for so many bytes more behind those used.
+    char* RoomAfter(std::size_t used, std::size_t size) {
+        if (size_ - used < size) {
+            size_ = 2 * (size_ + size);
+            auto* const grown = static_cast<char*>(std::realloc(bytes_.release(), size_));
+            bytes_.reset(grown);
+        }
+        return bytes_.get() + used;
+    }
+
+  private:
+    std::size_t size_ = 0;
+    std::unique_ptr<char, decltype([](char* bytes) { std::free(bytes); })> bytes_;
+};
+
+std::size_t ReadAll(int file, std::size_t block, Text& text) {
     std::size_t used = 0;
     for (;;) {
-        if (text.size() - used < block) {
-            text.resize(2 * (text.size() + block));
-        }
-        const ssize_t size = read(file, text.data() + used, block);
+        const ssize_t size = read(file, text.RoomAfter(used, block), block);
         if (size <= 0) {
             return used;
         }
@@ -54,14 +71,13 @@ std::size_t ReadAll(int file, std::size_t block, std::vector<char>& text) {
     }
 }
 
-std::size_t Call(const std::string& line, std::size_t block) {
+std::size_t Call(const std::string& line, std::size_t block, Text& text) {
     const Pipe in;
     const Pipe out;
     const pid_t child = StartShell(line, in, out);
     close(in.ends[0]);
     close(in.ends[1]);
     close(out.ends[1]);
-    std::vector<char> text;
     const std::size_t size = ReadAll(out.ends[0], block, text);
     close(out.ends[0]);
     int status = 0;
@@ -80,10 +96,11 @@ int main(int argc, char** argv) {
     const int calls = std::stoi(argv[2]);
     const std::size_t block = std::stoul(argv[3]);
     const std::vector<char> ballast(argc > 4 ? std::stoul(argv[4]) << 20U : 0, 1);
+    Text text;
     double bytes = 0;
     const Bench::Stopwatch running;
     for (int i = 0; i < calls; ++i) {
-        bytes += static_cast<double>(Call(line, block));
+        bytes += static_cast<double>(Call(line, block, text));
     }
     const double microseconds = running.Microseconds();
     Bench::Report("shell spawn", "us_per_call", microseconds / calls);

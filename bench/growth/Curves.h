@@ -7,7 +7,7 @@
 
 namespace Bench {
 
-void MeasureColumns(long size);    ///< fields of each of 100 rows
+void MeasureColumns(long size);    ///< fields of each of 1,000 rows
 void MeasureNesting(long size);    ///< structures inside one another
 void MeasureValue(long size);      ///< bytes of one text
 void MeasureParameters(long size); ///< parameters of a command, all given

@@ -15,13 +15,14 @@ using MetaObj::MetaType;
 namespace {
 
 void MeasureFormatter(const std::string& curve, const char* name,
-                      const std::shared_ptr<MetaObject>& value) {
+                      const std::shared_ptr<MetaObject>& value,
+                      AutoCli::FormatParameters parameters = {}) {
     AutoCli::Dispatcher dispatcher;
     const auto formatter = dispatcher.GetFormatter(name);
     const auto output = CallSpec::Output::New();
     output->SetRootObject(value);
-    AutoCli::FormatParameters parameters;
     AutoCli::DisplayContext display;
+    display.width = 80;
     std::ofstream out("/dev/null");
     Report(curve, name, LeastMilliseconds([&] {
                formatter->Format(output, parameters, display, out);
@@ -39,7 +40,7 @@ std::shared_ptr<MetaStruct> NewWideRow(long columns) {
 
 std::shared_ptr<MetaList> NewWideRows(long columns) {
     auto rows = MetaList::New(MetaType::Struct, NewWideRow(columns));
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 1000; ++i) {
         rows->Add(NewWideRow(columns));
     }
     return rows;
@@ -54,6 +55,15 @@ std::shared_ptr<MetaStruct> NewNest(long depth) {
         inner = outer;
     }
     return inner;
+}
+
+/// So many bytes, in words.
+std::string TextOf(long size) {
+    std::string text(static_cast<std::size_t>(size), 'x');
+    for (std::size_t i = 9; i < text.size(); i += 10) {
+        text[i] = ' ';
+    }
+    return text;
 }
 
 } // namespace
@@ -81,14 +91,26 @@ void MeasureNesting(long size) {
 }
 
 void MeasureValue(long size) {
-    const std::string text(static_cast<std::size_t>(size), 'x');
+    const std::string text = TextOf(size);
     const auto value = MetaObj::MetaString::New(text);
     for (const char* formatter : {"json", "xml", "python", "simple"}) {
         MeasureFormatter("value", formatter, value);
     }
+    AutoCli::FormatParameters wrapping;
+    wrapping.SetParameter("wrap-last", "true");
+    auto row = MetaStruct::New("Row");
+    row->SetField("Text", text);
+    auto rows = MetaList::New(MetaType::Struct, row);
+    rows->Add(row);
+    MeasureFormatter("value", "table", rows, wrapping);
+
     const std::string document = "<output><string>" + text + "</string></output>";
     Report("value", "read",
            LeastMilliseconds([&] { return AutoCli::XmlUtil_ParseXmlOutput(document); }));
+    const std::string line = "host ping --name \"" + text + "\"";
+    Report("value", "parse", LeastMilliseconds([&] { AutoCli::OptionParser().ParseString(line); }));
+    AutoCli::ExtensionCommand command;
+    Report("value", "sanitise", LeastMilliseconds([&] { return command.SanitizeInput(text); }));
 }
 
 } // namespace Bench

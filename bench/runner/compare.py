@@ -22,15 +22,19 @@ OTHER = ", other build"
 def arguments():
     parser = argparse.ArgumentParser(prog="bench/run.sh")
     parser.add_argument("--quick", action="store_true", help="small data, one round")
-    parser.add_argument("--only", action="append", choices=workloads.GROUPS, metavar="NAME",
-                        help="only this group: " + ", ".join(workloads.GROUPS))
+    parser.add_argument("--only", action="append", choices=[*workloads.GROUPS, "parts"],
+                        metavar="NAME",
+                        help=f"only this group: {', '.join(workloads.GROUPS)}, parts")
     parser.add_argument("--rounds", type=int, help="rounds of turns (5)")
     parser.add_argument("--tandril-build", metavar="DIR",
                         help="another build folder with the target benchmarks built, whose programs "
                              "take turns with ours and get a column")
     parser.add_argument("--write", action="store_true", help="renew the table of the document")
     parser.add_argument("--build", required=True, help=argparse.SUPPRESS)
-    return parser.parse_args()
+    options = parser.parse_args()
+    if options.write and (options.quick or options.only):
+        parser.error("--write wants a full run")
+    return options
 
 
 def machine():
@@ -84,19 +88,31 @@ def measure(name, setting, options):
     return [table.cells(row, figures, others) for row in group.rows]
 
 
-def main():
-    options = arguments()
-    build = os.path.abspath(options.build)
-    setting = settings.Setting(build, os.path.join(build, "bench", "quick" if options.quick else "full"),
-                               settings.QUICK if options.quick else settings.FULL)
-    setting.make_data()
-    check_texts(setting)
+def run_parts(setting, quick):
+    """The pieces of the engine, each by itself, by Google Benchmark."""
+    print("measuring parts", file=sys.stderr, flush=True)
+    path = setting.file("parts.txt")
+    seconds = "0.001" if quick else "0.1"
+    with open(path, "w") as out:
+        subprocess.run([setting.program("parts"), f"--benchmark_min_time={seconds}"], check=True,
+                       stdout=out, stderr=subprocess.STDOUT)
+    print(f"pieces of the engine: {path}", file=sys.stderr)
+
+
+def try_growth(setting):
+    subprocess.run([sys.executable, os.path.join(settings.BENCH, "runner", "growth.py"), "--build",
+                    setting.build, "--max", "64", "--rounds", "1"], check=True,
+                   stdout=subprocess.DEVNULL)
+
+
+def print_table(setting, options):
     with open(setting.file("figures.tsv"), "w") as out:
         out.write("group\tprogram\tfigure\tmedian\tleast\truns\n")
     lines = []
     for name in options.only or workloads.GROUPS:
-        print(f"measuring {name}", file=sys.stderr, flush=True)
-        lines += measure(name, setting, options)
+        if name in workloads.GROUPS:
+            print(f"measuring {name}", file=sys.stderr, flush=True)
+            lines += measure(name, setting, options)
     header = list(table.HEADER)
     if options.tandril_build:
         header.insert(2, "other build")
@@ -106,6 +122,21 @@ def main():
     if options.write:
         document.replace_between(os.path.join(settings.BENCH, "..", "docs", "performance.md"),
                                  "table", text)
+
+
+def main():
+    options = arguments()
+    build = os.path.abspath(options.build)
+    data = os.path.join(build, "bench", "quick" if options.quick else "full")
+    setting = settings.Setting(build, data, settings.QUICK if options.quick else settings.FULL)
+    setting.make_data()
+    if options.only != ["parts"]:
+        check_texts(setting)
+        print_table(setting, options)
+    if not options.only or "parts" in options.only:
+        run_parts(setting, options.quick)
+    if options.quick and not options.only:
+        try_growth(setting)
 
 
 if __name__ == "__main__":

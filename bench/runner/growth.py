@@ -3,6 +3,7 @@ import argparse
 import math
 import os
 import sys
+import tempfile
 from dataclasses import dataclass
 
 import descriptors
@@ -16,48 +17,55 @@ DOCUMENTS = os.path.join(settings.BENCH, "..", "docs", "performance")
 
 
 @dataclass(frozen=True)
+class Line:
+    name: str
+    words: tuple  # of the program, {} for the size
+    key: str
+    per_item: float = 0  # from the figure of one item to that of all; 0 for figures of all
+    unit: str = "ms"
+
+    def value(self, figures, size):
+        return figures[self.key] * (size * self.per_item or 1)
+
+
+@dataclass(frozen=True)
 class Curve:
     name: str
     title: str
     first: int
     last: int
-    programs: tuple  # (name of the line, words with {} for the size, key, scale by size to ms)
+    lines: tuple
 
 
-def whole(key_per_item):
-    """From microseconds an item to milliseconds."""
-    return lambda figures, size: figures[key_per_item] * size / 1e3
-
-
-def growth(name, title, first, last, lines):
+def growth(name, title, first, last, keys):
     """A curve of the program growth."""
-    return Curve(name, title, first, last, tuple(
-        (line, ("growth", name, "{}"), lambda figures, size, line=line: figures[line])
-        for line in lines))
+    return Curve(name, title, first, last,
+                 tuple(Line(key, ("growth", name, "{}"), key) for key in keys))
 
 
+JSON, TABLE = ("rendering", "json", "{}"), ("rendering", "table", "{}")
+REGISTERED, SPECIFIED = (("registration", mode, "{}") for mode in ("registered", "specified"))
+LOADED = ("descriptor-loading", "{folder}", "{}")
 CURVES = (
     Curve("rows", "rows", 1000, 5000000, (
-        ("build", ("rendering", "json", "{}"), whole("build_us_per_row")),
-        ("json", ("rendering", "json", "{}"), whole("render_us_per_row")),
-        ("table", ("rendering", "table", "{}"), whole("render_us_per_row")),
-        ("release", ("rendering", "json", "{}"), whole("release_us_per_row")),
-        ("held MB", ("rendering", "json", "{}"),
-         lambda figures, size: figures["held_bytes_per_row"] * size / 1e6))),
+        Line("build", JSON, "build_us_per_row", 1e-3),
+        Line("json", JSON, "render_us_per_row", 1e-3),
+        Line("table", TABLE, "render_us_per_row", 1e-3),
+        Line("release", JSON, "release_us_per_row", 1e-3),
+        Line("held", JSON, "held_bytes_per_row", 1e-6, "MB"))),
     Curve("commands", "commands registered in process", 10, 100000, (
-        ("registered", ("registration", "registered", "{}"), whole("us_per_command")),
-        ("specified", ("registration", "specified", "{}"), whole("us_per_command")),
-        ("held MB", ("registration", "specified", "{}"),
-         lambda figures, size: figures["allocated_bytes_per_command"] * size / 1e6))),
+        Line("registered", REGISTERED, "us_per_command", 1e-3),
+        Line("specified", SPECIFIED, "us_per_command", 1e-3),
+        Line("held", SPECIFIED, "allocated_bytes_per_command", 1e-6, "MB"))),
     Curve("descriptors", "commands from descriptors", 10, 100000, (
-        ("loaded", ("descriptor-loading", "{folder}", "{}"), lambda figures, size: figures["ms"]),
-        ("held MB", ("descriptor-loading", "{folder}", "{}"),
-         lambda figures, size: figures["allocated_bytes_per_command"] * size / 1e6))),
-    growth("columns", "columns of 100 rows", 1, 200,
+        Line("loaded", LOADED, "ms"),
+        Line("held", LOADED, "allocated_bytes_per_command", 1e-6, "MB"))),
+    growth("columns", "columns of 1,000 rows", 1, 200,
            ("build", "json", "xml", "table", "python", "simple", "compare")),
     growth("nesting", "structures inside one another", 1, 1000,
            ("build", "python", "compare", "plain text")),
-    growth("value", "bytes of one text", 1, 100000000, ("json", "xml", "python", "simple", "read")),
+    growth("value", "bytes of one text", 1, 100000000,
+           ("json", "xml", "table", "python", "simple", "read", "parse", "sanitise")),
     growth("parameters", "parameters of a command, all given", 1, 2000, ("declare", "call")),
     growth("path", "names in the path of a command", 1, 2000, ("call", "text")),
     growth("template", "bytes of a template", 16, 1000000, ("fill",)),
@@ -76,25 +84,26 @@ def sizes_of(curve, largest):
     return sizes + [last]
 
 
-def words_for(words, size, build, data):
-    folder = os.path.join(data, f"descriptors{size}")
-    if "{folder}" in words and not os.path.isdir(folder):
-        descriptors.write_folder(folder, math.ceil(size / descriptors.COMMANDS))
-    filled = (word.format(size, folder=folder) for word in words[1:])
-    return (os.path.join(build, "bench", words[0]), *filled)
+def words_for(words, size, build, folder):
+    return (os.path.join(build, "bench", words[0]),
+            *(word.format(size, folder=folder) for word in words[1:]))
 
 
-def measure(curve, size, build, data, rounds):
-    """Line -> least of the rounds; programs that serve several lines run once in a round."""
-    lines = {}
-    for _ in range(rounds):
-        told = {}
-        for line, words, to_figure in curve.programs:
-            if words not in told:
-                told[words] = turns.run(turns.Job(curve.name, words_for(words, size, build, data)))
-            figure = to_figure(told[words], size)
-            lines[line] = min(lines.get(line, figure), figure)
-    return lines
+def measure(curve, size, build, rounds):
+    """Line -> least of the rounds; a program that serves several lines runs once in a round."""
+    least = {}
+    with tempfile.TemporaryDirectory() as folder:
+        if curve.name == "descriptors":
+            descriptors.write_folder(folder, math.ceil(size / descriptors.COMMANDS))
+        for _ in range(rounds):
+            told = {}
+            for line in curve.lines:
+                if line.words not in told:
+                    job = turns.Job(curve.name, words_for(line.words, size, build, folder))
+                    told[line.words] = turns.run(job)
+                value = line.value(told[line.words], size)
+                least[line] = min(least.get(line, value), value)
+    return least
 
 
 def exponent(sizes, values):
@@ -110,29 +119,30 @@ def exponent(sizes, values):
     return sum((x - mean_x) * (y - mean_y) for x, y in points) / spread
 
 
-def write_csv(path, sizes, lines):
+def write_csv(path, sizes, values):
     with open(path, "w") as out:
-        out.write(",".join(["size", *lines]) + "\n")
+        out.write(",".join(["size", *(f"{line.name} {line.unit}" for line in values)]) + "\n")
         for index, size in enumerate(sizes):
-            out.write(",".join([str(size), *(f"{values[index]:.6g}" for values in lines.values())])
-                      + "\n")
+            row = (f"{column[index]:.6g}" for column in values.values())
+            out.write(",".join([str(size), *row]) + "\n")
 
 
 def run_curve(curve, options, build, data):
     sizes = sizes_of(curve, options.max)
-    lines = {line: [] for line, _, _ in curve.programs}
+    values = {line: [] for line in curve.lines}
     for size in sizes:
-        for line, value in measure(curve, size, build, data, options.rounds).items():
-            lines[line].append(value)
-    write_csv(os.path.join(data, curve.name + ".csv"), sizes, lines)
-    svg = plot.svg(f"{curve.title}: milliseconds", sizes, lines)
+        for line, value in measure(curve, size, build, options.rounds).items():
+            values[line].append(value)
+    write_csv(os.path.join(data, curve.name + ".csv"), sizes, values)
     folder = DOCUMENTS if options.write else data
     os.makedirs(folder, exist_ok=True)
     with open(os.path.join(folder, curve.name + ".svg"), "w") as out:
-        out.write(svg)
-    return [[curve.title, f"{sizes[0]:,} to {sizes[-1]:,}", line,
-             f"{values[-1]:.4g}", "" if slope is None else f"{slope:.2f}"]
-            for line, values in lines.items() for slope in [exponent(sizes, values)]]
+        out.write(plot.svg(f"{curve.title}: milliseconds", sizes,
+                           {line.name: column for line, column in values.items()
+                            if line.unit == "ms"}))
+    return [[curve.title, f"{sizes[0]:,} to {sizes[-1]:,}", line.name,
+             f"{table.number(column[-1])} {line.unit}", "" if slope is None else f"{slope:.2f}"]
+            for line, column in values.items() for slope in [exponent(sizes, column)]]
 
 
 def main():
@@ -152,7 +162,7 @@ def main():
         if not options.only or curve.name in options.only:
             print(f"measuring {curve.name}", file=sys.stderr, flush=True)
             lines += run_curve(curve, options, build, data)
-    header = ["of", "sizes", "what", "ms at the largest", "exponent"]
+    header = ["of", "sizes", "what", "at the largest", "exponent"]
     text = table.markdown(header, lines)
     print(text)
     if options.write:

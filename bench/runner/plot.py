@@ -4,7 +4,7 @@ from xml.sax.saxutils import escape
 
 WIDTH, HEIGHT = 640, 400
 LEFT, RIGHT, TOP, BOTTOM = 70, 130, 40, 45
-COLOURS = ("#1f77b4", "#d62728", "#2ca02c", "#9467bd", "#ff7f0e", "#17becf", "#8c564b")
+COLOURS = ("#1f77b4", "#d62728", "#2ca02c", "#9467bd", "#ff7f0e", "#17becf", "#8c564b", "#7f7f7f")
 FONT = 'font-family="sans-serif" font-size="12"'
 
 

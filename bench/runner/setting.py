@@ -1,10 +1,12 @@
 """Where the programs and their data are, and how large the data is."""
 import os
+import shutil
 import sys
 from dataclasses import dataclass
 
 import descriptors
 import documents
+import rows
 
 BENCH = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 
@@ -47,22 +49,25 @@ class Setting:
         return os.path.join(self.data, name)
 
     def make_data(self):
-        """Only what is missing; a folder of data has one size for ever."""
+        """Only what is missing, or older than what makes it."""
+        sizes = self.sizes
         os.makedirs(self.data, exist_ok=True)
-        self._make("rows.xml", lambda path: documents.write_xml(path, self.sizes.rows))
-        self._make("small.xml", lambda path: documents.write_xml(path, 5))
-        self._make("rows.json", lambda path: documents.write_json(path, self.sizes.rows))
-        self._make("rows.tsv", lambda path: documents.write_tsv(path, self.sizes.rows))
-        self._make("refusal.txt",
-                   lambda path: documents.write_refusal(path, self.file("rows.xml")))
-        self._make("lines.txt",
-                   lambda path: documents.write_lines(path, self.sizes.lines))
-        self._make("few", lambda path: descriptors.write_folder(path, self.sizes.few))
-        self._make("many", lambda path: descriptors.write_folder(path, self.sizes.many))
-        descriptors.write_cat_command(self.file("rows_show.xml"), self.file("rows.xml"))
+        self._make("rows.xml", documents.write_xml, sizes.rows)
+        self._make("rows.json", documents.write_json, sizes.rows)
+        self._make("rows.tsv", documents.write_tsv, sizes.rows)
+        self._make("small.xml", documents.write_xml, 5)
+        self._make("refusal.txt", documents.write_refusal, self.file("rows.xml"))
+        self._make("lines.txt", documents.write_lines, sizes.lines)
+        self._make("few", descriptors.write_folder, sizes.few)
+        self._make("many", descriptors.write_folder, sizes.many)
+        self._make("rows_show.xml", descriptors.write_cat_command, self.file("rows.xml"))
 
-    def _make(self, name, write):
+    def _make(self, name, write, *arguments):
         path = self.file(name)
-        if not os.path.exists(path):
-            write(path + ".new")
-            os.rename(path + ".new", path)
+        sources = (__file__, rows.__file__, documents.__file__, descriptors.__file__)
+        if os.path.exists(path) and os.path.getmtime(path) > max(map(os.path.getmtime, sources)):
+            return
+        if os.path.isdir(path):
+            shutil.rmtree(path)
+        write(path + ".new", *arguments)
+        os.rename(path + ".new", path)

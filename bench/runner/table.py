@@ -6,6 +6,8 @@ HEADER = ["workload", "ours", "floor", "ratio", "must", "goal", "verdict", "best
 def number(value):
     if value >= 1000:
         return f"{value:,.0f}"
+    if 0 < value < 0.095:
+        return f"{value:.2g}"
     return f"{value:.0f}" if value >= 100 else f"{value:.1f}" if value >= 10 else f"{value:.2f}"
 
 
