@@ -1,7 +1,7 @@
 #!/bin/sh
-# Installs the Debian packages that building and testing need; those of the benchmarks too when
-# asked: `install-deps.sh bench`. Only what is missing is installed; with nothing missing neither
-# root nor the network is needed. Asks nothing.
+# Installs the Debian packages that building and testing need, and when asked those that only the
+# benchmarks or the profiles need: `install-deps.sh bench`, `install-deps.sh profile`. Only what is
+# missing is installed; with nothing missing neither root nor the network is needed. Asks nothing.
 set -eu
 
 packages="
@@ -23,7 +23,8 @@ packages="
     procps
     python3
 "
-if [ "${1:-}" = bench ]; then
+case ${1:-} in
+bench)
     packages="$packages
     bsdextrautils
     jq
@@ -32,7 +33,14 @@ if [ "${1:-}" = bench ]; then
     python3-lxml
     rapidjson-dev
 "
-fi
+    ;;
+profile)
+    packages="$packages
+    heaptrack
+    valgrind
+"
+    ;;
+esac
 
 missing=""
 for package in $packages; do

@@ -14,6 +14,15 @@ namespace {
 using namespace Bench;
 using namespace CppTools;
 
+/// A function of its own, so that a profiler can be told to look at nothing else.
+[[gnu::noinline]] void Render(AutoCli::Formatter& formatter,
+                              const std::shared_ptr<CallSpec::Output>& output, const char* file) {
+    AutoCli::FormatParameters parameters;
+    AutoCli::DisplayContext display;
+    std::ofstream out(file);
+    formatter.Format(output, parameters, display, out);
+}
+
 void Measure(AutoCli::Formatter& formatter, std::int64_t count, const char* file) {
     const std::string what = "rendering " + formatter.GetName();
     const auto perRow = [count](double figure) { return figure / static_cast<double>(count); };
@@ -29,13 +38,9 @@ void Measure(AutoCli::Formatter& formatter, std::int64_t count, const char* file
 
     auto output = CallSpec::Output::New();
     output->SetRootObject(rows);
-    AutoCli::FormatParameters parameters;
-    AutoCli::DisplayContext display;
-    std::ofstream out(file);
     ForgetPeak();
     const Stopwatch rendering;
-    formatter.Format(output, parameters, display, out);
-    out.flush();
+    Render(formatter, output, file);
     Report(what, "render_us_per_row", perRow(rendering.Microseconds()));
     Report(what, "render_peak_of_held", (PeakBytes() - residentBefore) / held);
 
