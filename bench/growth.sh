@@ -2,7 +2,7 @@
 # How cost grows with size, by doubling: one file of figures for each curve under
 # build/release/bench/growth, and the measured exponents as a table.
 #
-#     bench/growth.sh               everything: half an hour on two cores, 7 GB of memory
+#     bench/growth.sh               everything: seven minutes on two cores, 7 GB of memory
 #     bench/growth.sh --max N       no size above N
 #     bench/growth.sh --only NAME   one curve: rows commands descriptors columns nesting value
 #                                   parameters path template option

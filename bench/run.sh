@@ -2,7 +2,7 @@
 # Measures the engine and the tool beside what they cost at least and beside what else there is, in
 # turns within one run, and prints one table.
 #
-#     bench/run.sh                       everything: a quarter of an hour on two cores
+#     bench/run.sh                       everything: five minutes on two cores
 #     bench/run.sh --quick               small data, one round: does every program still run?
 #     bench/run.sh --only NAME           one group: start commands rows reading extension stream
 #                                        road parts

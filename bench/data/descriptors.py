@@ -84,7 +84,9 @@ def write_cat_command(path, document):
  <commands><command path="rows.show">
   <description>Shows all rows</description>
   <input-spec/>
-  <output-spec><list type="structure"><structure typeName="Row">{fields}</structure></list></output-spec>
+  <output-spec>
+   <list type="structure"><structure typeName="Row">{fields}</structure></list>
+  </output-spec>
   <format-parameters><formatter>table</formatter></format-parameters>
   <execute>cat '{document}'</execute>
  </command></commands>

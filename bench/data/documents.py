@@ -1,4 +1,4 @@
-"""Writes the rows as files: the document that a command prints, JSON, and columns parted by tabs."""
+"""Writes the rows as files: the document that a command prints, JSON, columns parted by tabs."""
 import json
 from xml.sax.saxutils import escape
 

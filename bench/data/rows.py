@@ -1,4 +1,4 @@
-"""The rows that all programs of the benchmarks build, print and read; the same as support/Rows.h."""
+"""The rows that all benchmarks build, print and read; the same as support/Rows.h."""
 
 STATES = ["online", "offline", "degraded", "rebuilding"]
 

@@ -5,7 +5,8 @@ import os
 parser = argparse.ArgumentParser()
 groups = parser.add_subparsers(required=True)
 for n in range(max(1, int(os.environ.get("BENCH_COMMANDS", "10")) // 10)):
-    commands = groups.add_parser(f"ns{n:04d}", help=f"Namespace number {n}").add_subparsers(required=True)
+    group = groups.add_parser(f"ns{n:04d}", help=f"Namespace number {n}")
+    commands = group.add_subparsers(required=True)
     for c in range(10):
         command = commands.add_parser(f"cmd{c:03d}", help="Does one thing")
         command.add_argument("-n", "--name", required=True, help="Name of the object to work on")

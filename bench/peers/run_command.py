@@ -9,7 +9,8 @@ path, calls = sys.argv[1], int(sys.argv[2])
 start = time.perf_counter()
 size = 0
 for _ in range(calls):
-    done = subprocess.run(f"cat '{path}'", shell=True, input=b"", stdout=subprocess.PIPE, check=True)
+    done = subprocess.run(f"cat '{path}'", shell=True, input=b"", stdout=subprocess.PIPE,
+                          check=True)
     size += len(done.stdout)
 took = time.perf_counter() - start
 report("Python subprocess", "us_per_call", took * 1e6 / calls)

@@ -27,8 +27,8 @@ def arguments():
                         help=f"only this group: {', '.join(workloads.GROUPS)}, parts")
     parser.add_argument("--rounds", type=int, help="rounds of turns (5)")
     parser.add_argument("--tandril-build", metavar="DIR",
-                        help="another build folder with the target benchmarks built, whose programs "
-                             "take turns with ours and get a column")
+                        help="another build folder with the target benchmarks built, whose "
+                             "programs take turns with ours and get a column")
     parser.add_argument("--write", action="store_true", help="renew the table of the document")
     parser.add_argument("--build", required=True, help=argparse.SUPPRESS)
     options = parser.parse_args()

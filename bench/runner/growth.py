@@ -66,8 +66,8 @@ CURVES = (
            ("build", "python", "compare", "plain text")),
     growth("value", "bytes of one text", 1, 100000000,
            ("json", "xml", "table", "python", "simple", "read", "parse", "sanitise")),
-    growth("parameters", "parameters of a command, all given", 1, 2000, ("declare", "call")),
-    growth("path", "names in the path of a command", 1, 2000, ("call", "text")),
+    growth("parameters", "parameters of a command, all given", 1, 20000, ("declare", "call")),
+    growth("path", "names in the path of a command", 1, 10000, ("call", "text")),
     growth("template", "bytes of a template", 16, 1000000, ("fill",)),
     growth("option", "values of one option", 1, 100000, ("call",)),
 )
@@ -75,7 +75,7 @@ CURVES = (
 
 def sizes_of(curve, largest):
     """Doubled from the first to the last, which stands in for the doubling that would pass it."""
-    last = max(min(curve.last, largest), curve.first)
+    last = max(min(curve.last, largest or curve.last), curve.first)
     sizes = []
     size = curve.first
     while size * 1.5 <= last:
@@ -121,49 +121,76 @@ def exponent(sizes, values):
 
 def write_csv(path, sizes, values):
     with open(path, "w") as out:
-        out.write(",".join(["size", *(f"{line.name} {line.unit}" for line in values)]) + "\n")
+        out.write(",".join(["size", *(line.name for line in values)]) + "\n")
         for index, size in enumerate(sizes):
             row = (f"{column[index]:.6g}" for column in values.values())
             out.write(",".join([str(size), *row]) + "\n")
 
 
-def run_curve(curve, options, build, data):
+def read_csv(path, curve):
+    """Sizes, and line -> values; no sizes where the curve was not measured yet."""
+    if not os.path.exists(path):
+        return [], {}
+    with open(path) as file:
+        columns = list(zip(*(line.strip().split(",") for line in file)))
+    named = {column[0]: [float(value) for value in column[1:]] for column in columns}
+    return [int(size) for size in named["size"]], {line: named[line.name] for line in curve.lines}
+
+
+def run_curve(curve, options, build, path):
     sizes = sizes_of(curve, options.max)
     values = {line: [] for line in curve.lines}
     for size in sizes:
         for line, value in measure(curve, size, build, options.rounds).items():
             values[line].append(value)
-    write_csv(os.path.join(data, curve.name + ".csv"), sizes, values)
-    folder = DOCUMENTS if options.write else data
+    write_csv(path, sizes, values)
+
+
+def table_lines(curve, sizes, values):
+    for line, column in values.items():
+        slope = exponent(sizes, column)
+        yield [curve.title, f"{sizes[0]:,} to {sizes[-1]:,}", line.name,
+               f"{table.number(column[-1])} {line.unit}", "" if slope is None else f"{slope:.2f}"]
+
+
+def plot_curve(curve, sizes, values, folder):
     os.makedirs(folder, exist_ok=True)
+    times = {line.name: column for line, column in values.items() if line.unit == "ms"}
     with open(os.path.join(folder, curve.name + ".svg"), "w") as out:
-        out.write(plot.svg(f"{curve.title}: milliseconds", sizes,
-                           {line.name: column for line, column in values.items()
-                            if line.unit == "ms"}))
-    return [[curve.title, f"{sizes[0]:,} to {sizes[-1]:,}", line.name,
-             f"{table.number(column[-1])} {line.unit}", "" if slope is None else f"{slope:.2f}"]
-            for line, column in values.items() for slope in [exponent(sizes, column)]]
+        out.write(plot.svg(f"{curve.title}: milliseconds", sizes, times))
 
 
-def main():
+def arguments():
     parser = argparse.ArgumentParser(prog="bench/growth.sh")
-    parser.add_argument("--max", type=int, default=sys.maxsize, help="no size above this")
+    parser.add_argument("--max", type=int, help="no size above this; the figures are kept apart")
     parser.add_argument("--only", action="append", choices=[curve.name for curve in CURVES],
-                        metavar="NAME", help="only this curve")
+                        metavar="NAME", help="measure only this curve")
     parser.add_argument("--rounds", type=int, default=2, help="runs at each size; the least counts")
     parser.add_argument("--write", action="store_true", help="renew the document and its plots")
     parser.add_argument("--build", required=True, help=argparse.SUPPRESS)
     options = parser.parse_args()
+    if options.write and options.max:
+        parser.error("--write wants all sizes")
+    return options
+
+
+def main():
+    """The table and the plots show all that was ever measured, each curve as it was last."""
+    options = arguments()
     build = os.path.abspath(options.build)
-    data = os.path.join(build, "bench", "growth-data")
+    data = os.path.join(build, "bench", "growth-tried" if options.max else "growth-data")
     os.makedirs(data, exist_ok=True)
     lines = []
     for curve in CURVES:
+        path = os.path.join(data, curve.name + ".csv")
         if not options.only or curve.name in options.only:
             print(f"measuring {curve.name}", file=sys.stderr, flush=True)
-            lines += run_curve(curve, options, build, data)
-    header = ["of", "sizes", "what", "at the largest", "exponent"]
-    text = table.markdown(header, lines)
+            run_curve(curve, options, build, path)
+        sizes, values = read_csv(path, curve)
+        if sizes:
+            lines += table_lines(curve, sizes, values)
+            plot_curve(curve, sizes, values, DOCUMENTS if options.write else data)
+    text = table.markdown(["of", "sizes", "what", "at the largest", "exponent"], lines)
     print(text)
     if options.write:
         document.replace_between(os.path.join(DOCUMENTS, "..", "performance.md"), "growth", text)

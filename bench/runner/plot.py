@@ -5,7 +5,7 @@ from xml.sax.saxutils import escape
 WIDTH, HEIGHT = 640, 400
 LEFT, RIGHT, TOP, BOTTOM = 70, 130, 40, 45
 COLOURS = ("#1f77b4", "#d62728", "#2ca02c", "#9467bd", "#ff7f0e", "#17becf", "#8c564b", "#7f7f7f")
-FONT = 'font-family="sans-serif" font-size="12"'
+FONT = 'font-family="sans-serif" font-size="13"'
 
 
 class Scale:
@@ -31,16 +31,20 @@ def tick(value):
     return f"{value:,.0f}" if value >= 1 else f"{value:g}"
 
 
+def line(x1, y1, x2, y2):
+    return f'<line x1="{x1:.1f}" y1="{y1:.1f}" x2="{x2:.1f}" y2="{y2:.1f}" '
+
+
 def grid(across, down):
     parts = []
     for value in across.powers():
         x = across.place(value)
-        parts.append(f'<line x1="{x:.1f}" y1="{TOP}" x2="{x:.1f}" y2="{HEIGHT - BOTTOM}" stroke="#ddd"/>')
+        parts.append(line(x, TOP, x, HEIGHT - BOTTOM) + 'stroke="#ddd"/>')
         parts.append(f'<text x="{x:.1f}" y="{HEIGHT - BOTTOM + 18}" text-anchor="middle" {FONT}>'
                      f'{tick(value)}</text>')
     for value in down.powers():
         y = down.place(value)
-        parts.append(f'<line x1="{LEFT}" y1="{y:.1f}" x2="{WIDTH - RIGHT}" y2="{y:.1f}" stroke="#ddd"/>')
+        parts.append(line(LEFT, y, WIDTH - RIGHT, y) + 'stroke="#ddd"/>')
         parts.append(f'<text x="{LEFT - 8}" y="{y + 4:.1f}" text-anchor="end" {FONT}>'
                      f'{tick(value)}</text>')
     return parts
@@ -51,8 +55,8 @@ def curve(index, name, points):
     path = " ".join(f"{x:.1f},{y:.1f}" for x, y in points)
     legend = TOP + 12 + 20 * index
     return [f'<polyline points="{path}" fill="none" stroke="{colour}" stroke-width="2"/>',
-            f'<line x1="{WIDTH - RIGHT + 10}" y1="{legend}" x2="{WIDTH - RIGHT + 30}" y2="{legend}" '
-            f'stroke="{colour}" stroke-width="2"/>',
+            line(WIDTH - RIGHT + 10, legend, WIDTH - RIGHT + 30, legend)
+            + f'stroke="{colour}" stroke-width="2"/>',
             f'<text x="{WIDTH - RIGHT + 36}" y="{legend + 4}" {FONT}>{escape(name)}</text>']
 
 
@@ -63,7 +67,7 @@ def svg(title, sizes, lines):
     down = Scale(positive, HEIGHT - BOTTOM, TOP)
     parts = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {HEIGHT}">',
              f'<rect width="{WIDTH}" height="{HEIGHT}" fill="white"/>',
-             f'<text x="{LEFT}" y="24" font-family="sans-serif" font-size="15">{escape(title)}</text>']
+             f'<text x="{LEFT}" y="24" {FONT}>{escape(title)}</text>']
     parts += grid(across, down)
     for index, (name, values) in enumerate(lines.items()):
         points = [(across.place(size), down.place(value))

@@ -74,7 +74,7 @@ def short(function):
 
 def caller(frames):
     """The innermost frame that is no library's."""
-    return next((short(frame) for frame in reversed(frames) if frame.endswith(".cpp)")), "the start")
+    return next((short(frame) for frame in reversed(frames) if frame.endswith(".cpp)")), "start")
 
 
 def phase_of(stack):

@@ -1,4 +1,4 @@
-"""Runs programs in turns, so that a busy machine slows all of them alike, and keeps their figures."""
+"""Runs programs in turns, so that a busy machine slows all alike, and keeps their figures."""
 import os
 import statistics
 import subprocess

@@ -1,6 +1,6 @@
 """What is measured: groups of programs that take turns, and the rows of the table drawn from them.
 
-A limit of `must` and `goal` holds for the ratio of ours to the floor, or for our figure itself where
+The limits `must` and `goal` hold for the ratio of ours to the floor, or for our figure itself where
 `absolute` is set. Figures are medians of all runs.
 """
 from dataclasses import dataclass
@@ -51,7 +51,8 @@ def start(setting):
         jobs.append(Job(f"start, {label}", (tandril, "--plugin-dir", setting.file(label),
                                             "ns0000", "cmd003", "--help"), prints=False))
         peers = {"BENCH_COMMANDS": str(10 * count)}
-        jobs.append(Job(f"CLI11, {label}", (setting.program("cli11-start"), *command), peers, False))
+        jobs.append(Job(f"CLI11, {label}", (setting.program("cli11-start"), *command), peers,
+                        False))
     jobs.append(Job("CLI11, 10", (setting.program("cli11-start"), *command), prints=False))
     jobs.append(Job("argparse, 10", setting.peer("argparse_start.py", *command), prints=False))
     jobs.append(Job("argparse, few", setting.peer("argparse_start.py", *command),
@@ -70,8 +71,8 @@ def start(setting):
             20 / START_OF_LIBRARIES_MS, 10 / START_OF_LIBRARIES_MS,
             peers=(("CLI11, compiled in", figure("CLI11, few", "ms")),
                    ("argparse, compiled in", figure("argparse, few", "ms")))),
-        Row(f"start, {10 * sizes.many:,} commands in {sizes.many:,} descriptors, beyond the libraries",
-            "ms", lambda r: r("start, many", "ms") - r("libraries, help", "ms"),
+        Row(f"start, {10 * sizes.many:,} commands in {sizes.many:,} descriptors, beyond the "
+            "libraries", "ms", lambda r: r("start, many", "ms") - r("libraries, help", "ms"),
             figure("walk", "ms"), "xmlReadFile and walk", 1.6, 0.6,
             peers=(("CLI11, compiled in, whole", figure("CLI11, many", "ms")),)),
     ]
@@ -84,7 +85,8 @@ def commands(setting):
     jobs = [
         Job("registered", (setting.program("registration"), "registered", count)),
         Job("specified", (setting.program("registration"), "specified", count)),
-        Job("loaded", (setting.program("descriptor-loading"), setting.file("many"), str(10 * many))),
+        Job("loaded", (setting.program("descriptor-loading"), setting.file("many"),
+                       str(10 * many))),
         Job("CLI11", (setting.program("cli11-registration"), count)),
         Job("walk", (setting.program("descriptor-walk"), setting.file("many"))),
     ]
