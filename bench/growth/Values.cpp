@@ -99,6 +99,7 @@ void MeasureValue(long size) {
     AutoCli::FormatParameters wrapping;
     wrapping.SetParameter("wrap-last", "true");
     auto row = MetaStruct::New("Row");
+    row->SetField("Name", "the column beside which it is wrapped");
     row->SetField("Text", text);
     auto rows = MetaList::New(MetaType::Struct, row);
     rows->Add(row);

@@ -23,7 +23,7 @@ class Sizes:
     commands: int  # registered in process
 
 
-FULL = Sizes(rows=100000, few=100, many=1000, calls=200, large_calls=3, megabytes=500, lines=100000,
+FULL = Sizes(rows=100000, few=100, many=1000, calls=50, large_calls=3, megabytes=500, lines=100000,
              commands=10000)
 QUICK = Sizes(rows=2000, few=5, many=20, calls=5, large_calls=1, megabytes=20, lines=1000,
               commands=200)

@@ -38,45 +38,52 @@ def figure(job, key, scale=1.0):
 
 
 def start(setting):
-    sizes = setting.sizes
-    command = ("ns0000", "cmd003", "--name", "a")
+    """The tool with what is built in; short, so that many runs fit into a round."""
     library, tandril = setting.program("library-start"), setting.tandril()
+    command = ("ns0000", "cmd003", "--name", "a")
     jobs = [
         Job("libraries, result", (library, "done"), prints=False),
         Job("libraries, help", (library, "--help"), prints=False),
-        Job("start, result", (tandril, "tandril", "command", "list"), prints=False),
-        Job("start, help", (tandril, "tandril", "command", "list", "--help"), prints=False),
+        Job("result", (tandril, "tandril", "command", "list"), prints=False),
+        Job("help", (tandril, "tandril", "command", "list", "--help"), prints=False),
+        Job("CLI11", (setting.program("cli11-start"), *command), prints=False),
+        Job("argparse", setting.peer("argparse_start.py", *command), prints=False),
     ]
-    for label, count in (("few", sizes.few), ("many", sizes.many)):
-        jobs.append(Job(f"start, {label}", (tandril, "--plugin-dir", setting.file(label),
-                                            "ns0000", "cmd003", "--help"), prints=False))
-        peers = {"BENCH_COMMANDS": str(10 * count)}
-        jobs.append(Job(f"CLI11, {label}", (setting.program("cli11-start"), *command), peers,
-                        False))
-    jobs.append(Job("CLI11, 10", (setting.program("cli11-start"), *command), prints=False))
-    jobs.append(Job("argparse, 10", setting.peer("argparse_start.py", *command), prints=False))
-    jobs.append(Job("argparse, few", setting.peer("argparse_start.py", *command),
-                    {"BENCH_COMMANDS": str(10 * sizes.few)}, False))
-    jobs.append(Job("walk", (setting.program("descriptor-walk"), setting.file("many"))))
+    peers = (("CLI11, 10 commands", figure("CLI11", "ms")),
+             ("argparse, 10 commands", figure("argparse", "ms")))
+    return Group(jobs, [
+        Row("start, built-in commands, a result", "ms", figure("result", "ms"),
+            figure("libraries, result", "ms"), "libraries", 1.5, 1.15, peers=peers),
+        Row("start, built-in commands, help", "ms", figure("help", "ms"),
+            figure("libraries, help", "ms"), "libraries", 1.5, 1.15, peers=peers),
+    ], repeat=20)
 
-    ten = (("CLI11, 10 commands", figure("CLI11, 10", "ms")),
-           ("argparse, 10 commands", figure("argparse, 10", "ms")))
-    rows = [
-        Row("start, built-in commands, a result", "ms", figure("start, result", "ms"),
-            figure("libraries, result", "ms"), "libraries", 1.5, 1.15, peers=ten),
-        Row("start, built-in commands, help", "ms", figure("start, help", "ms"),
-            figure("libraries, help", "ms"), "libraries", 1.5, 1.15, peers=ten),
-        Row(f"start, {10 * sizes.few:,} commands in {sizes.few:,} descriptors", "ms",
-            figure("start, few", "ms"), figure("libraries, help", "ms"), "libraries",
-            20 / START_OF_LIBRARIES_MS, 10 / START_OF_LIBRARIES_MS,
-            peers=(("CLI11, compiled in", figure("CLI11, few", "ms")),
-                   ("argparse, compiled in", figure("argparse, few", "ms")))),
-        Row(f"start, {10 * sizes.many:,} commands in {sizes.many:,} descriptors, beyond the "
-            "libraries", "ms", lambda r: r("start, many", "ms") - r("libraries, help", "ms"),
-            figure("walk", "ms"), "xmlReadFile and walk", 1.6, 0.6,
-            peers=(("CLI11, compiled in, whole", figure("CLI11, many", "ms")),)),
-    ]
-    return Group(jobs, rows, repeat=5)
+
+def descriptors(setting):
+    """The tool with folders of descriptors; the peers have their commands compiled in."""
+    few, many = setting.sizes.few, setting.sizes.many
+    jobs = [Job("libraries", (setting.program("library-start"), "--help"), prints=False),
+            Job("walk", (setting.program("descriptor-walk"), setting.file("many")))]
+    command = ("ns0000", "cmd003", "--name", "a")
+    for name, count in (("few", few), ("many", many)):
+        environment = {"BENCH_COMMANDS": str(10 * count)}
+        jobs += [
+            Job(name, (setting.tandril(), "--plugin-dir", setting.file(name), "ns0000", "cmd003",
+                       "--help"), prints=False),
+            Job(f"CLI11, {name}", (setting.program("cli11-start"), *command), environment, False),
+        ]
+    jobs.append(Job("argparse, few", setting.peer("argparse_start.py", *command),
+                    {"BENCH_COMMANDS": str(10 * few)}, False))
+    return Group(jobs, [
+        Row(f"start, {10 * few:,} commands in {few:,} descriptors", "ms", figure("few", "ms"),
+            figure("libraries", "ms"), "libraries", 20 / START_OF_LIBRARIES_MS,
+            10 / START_OF_LIBRARIES_MS, peers=(("CLI11", figure("CLI11, few", "ms")),
+                                               ("argparse", figure("argparse, few", "ms")))),
+        Row(f"start, {10 * many:,} commands in {many:,} descriptors, beyond the libraries", "ms",
+            lambda r: r("many", "ms") - r("libraries", "ms"), figure("walk", "ms"),
+            "xmlReadFile and walk", 1.6, 0.6,
+            peers=(("CLI11, whole", figure("CLI11, many", "ms")),)),
+    ], repeat=3)
 
 
 def commands(setting):
@@ -220,7 +227,7 @@ def extension(setting):
         Row("the same", "MB/s", speed, figure("large, 64 kB", "mb_per_s"), "64 kB reads", None, 0.9,
             higher_is_better=True, peers=python_large),
     ]
-    return Group(jobs, rows_)
+    return Group(jobs, rows_, repeat=4)
 
 
 def stream(setting):
@@ -256,5 +263,5 @@ def road(setting):
     ])
 
 
-GROUPS = {"start": start, "commands": commands, "rows": rows, "reading": reading,
-          "extension": extension, "stream": stream, "road": road}
+GROUPS = {"start": start, "descriptors": descriptors, "commands": commands, "rows": rows,
+          "reading": reading, "extension": extension, "stream": stream, "road": road}
