@@ -1,6 +1,7 @@
 #!/bin/sh
-# Installs the Debian packages that building and testing need. Only what is missing is installed;
-# with nothing missing neither root nor the network is needed. Asks nothing.
+# Installs the Debian packages that building and testing need, and when asked those that only the
+# benchmarks or the profiles need: `install-deps.sh bench`, `install-deps.sh profile`. Only what is
+# missing is installed; with nothing missing neither root nor the network is needed. Asks nothing.
 set -eu
 
 packages="
@@ -22,6 +23,24 @@ packages="
     procps
     python3
 "
+case ${1:-} in
+bench)
+    packages="$packages
+    bsdextrautils
+    jq
+    libbenchmark-dev
+    libcli11-dev
+    python3-lxml
+    rapidjson-dev
+"
+    ;;
+profile)
+    packages="$packages
+    heaptrack
+    valgrind
+"
+    ;;
+esac
 
 missing=""
 for package in $packages; do
