@@ -14,16 +14,6 @@ namespace {
 /// and handing one out costs no copy.
 constexpr std::size_t kLongestWithoutObject = 1024;
 
-struct TypeFinder {
-    MetaType operator()(bool /*value*/) const { return MetaType::Bool; }
-
-    MetaType operator()(long /*value*/) const { return MetaType::Int; }
-
-    MetaType operator()(std::string_view /*text*/) const { return MetaType::String; }
-
-    MetaType operator()(const MetaObject& object) const { return object.GetType(); }
-};
-
 } // namespace
 
 FieldValue::FieldValue(std::string&& text)
@@ -46,19 +36,9 @@ FieldValue::Content FieldValue::Keep(std::string_view text) {
     return kept;
 }
 
-MetaType FieldValue::GetType() const {
-    return Visit(TypeFinder{});
-}
-
-bool FieldValue::IsScalar() const {
-    const auto* object = GetObject();
-    return object == nullptr || ValueAs<MetaInt>(*object) != nullptr ||
-           ValueAs<MetaString>(*object) != nullptr || ValueAs<MetaBool>(*object) != nullptr;
-}
-
-bool FieldValue::IsSameScalar(const FieldValue& other) const {
-    return IsPresent() && other.IsPresent() && GetType() == other.GetType() && IsScalar() &&
-           other.IsScalar();
+bool FieldValue::IsScalarObject(const MetaObject& object) {
+    return ValueAs<MetaInt>(object) != nullptr || ValueAs<MetaString>(object) != nullptr ||
+           ValueAs<MetaBool>(object) != nullptr;
 }
 
 bool FieldValue::IsSameStructure(FieldValue& other, std::vector<std::string>* errors) {

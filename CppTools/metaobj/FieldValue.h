@@ -38,7 +38,10 @@ class FieldValue {
     bool IsPresent() const { return !std::holds_alternative<std::monostate>(content_); }
 
     /// The kind of the value, which must be present.
-    MetaType GetType() const;
+    MetaType GetType() const {
+        const auto* object = GetObject();
+        return object != nullptr ? object->GetType() : kKeptTypes[content_.index()];
+    }
 
     /// The value, which must be present, as an object; made now if it was not before. Valid until
     /// the value changes.
@@ -49,7 +52,10 @@ class FieldValue {
     bool IsSameStructure(FieldValue& other, std::vector<std::string>* errors);
 
     /// Whether both are scalars of the library and of the same kind.
-    bool IsSameScalar(const FieldValue& other) const;
+    bool IsSameScalar(const FieldValue& other) const {
+        return IsPresent() && other.IsPresent() && GetType() == other.GetType() && IsScalar() &&
+               other.IsScalar();
+    }
 
     /// The value when it is kept as an object; otherwise null.
     const MetaObject* GetObject() const {
@@ -92,8 +98,14 @@ class FieldValue {
 
     static Content Keep(std::string_view text);
 
+    /// The kinds of what is kept as such, in the order of the alternatives.
+    static constexpr std::array<MetaType, 5> kKeptTypes = {
+        MetaType{}, MetaType::Bool, MetaType::Int, MetaType::String, MetaType::String};
+
     /// Whether this is one of the library's scalars, whose kinds alone decide a comparison.
-    bool IsScalar() const;
+    bool IsScalar() const { return GetObject() == nullptr || IsScalarObject(*GetObject()); }
+
+    static bool IsScalarObject(const MetaObject& object);
 
     /// The text, when it is kept as such.
     std::string_view Text() const {

@@ -19,10 +19,19 @@ bool IsAsciiAlphanumeric(char character) {
 }
 
 std::shared_ptr<StructShape> ShapeOfNew(std::string&& typeName) {
+    if (auto shape = StructShape::FindRecent(typeName, nullptr)) {
+        return shape; // of a type whose name was checked
+    }
     if (!IsValidStructName(typeName)) {
         throw CppToolException("Invalid name specified for MetaStruct: " + typeName);
     }
-    return StructShape::ForType(std::move(typeName), nullptr);
+    return StructShape::New({std::move(typeName), nullptr});
+}
+
+std::shared_ptr<StructShape> ShapeOfNew(const std::shared_ptr<MetaStruct>& definition) {
+    const std::string& typeName = definition->GetTypeName();
+    auto shape = StructShape::FindRecent(typeName, definition.get());
+    return shape ? shape : StructShape::New({typeName, definition});
 }
 
 } // namespace
@@ -39,8 +48,7 @@ MetaStruct::MetaStruct(std::string typeName, FactoryFlag flag)
     : MetaObject(MetaType::Struct, flag), shape_(ShapeOfNew(std::move(typeName))) {}
 
 MetaStruct::MetaStruct(const std::shared_ptr<MetaStruct>& definition, FactoryFlag flag)
-    : MetaObject(MetaType::Struct, flag),
-      shape_(StructShape::ForType(std::string(definition->GetTypeName()), definition)) {
+    : MetaObject(MetaType::Struct, flag), shape_(ShapeOfNew(definition)) {
     definition->LockStructure();
 }
 
@@ -138,19 +146,13 @@ void MetaStruct::SetField(const std::string& name, const std::shared_ptr<MetaObj
     StructFields::Publish(*value);
 }
 
-void MetaStruct::Store(const std::string& name, FieldValue&& value,
+void MetaStruct::Store(std::string_view name, FieldValue&& value,
                        const std::string& documentation) {
-    if (!IsValidFieldName(name)) {
-        throw CppToolException("Unable to set new field " + name + " on structure " +
-                               GetTypeName() +
-                               ", because the field name contains invalid character. Can only be "
-                               "alphanumeric characters and '_'");
-    }
     const auto* entry = shape_->Find(name, values_.size());
     const std::size_t slot = entry != nullptr ? entry->second.slot : values_.size();
-    if (StructFields(*this).AtSlot(slot) == nullptr &&
-        (locked_ || entry == nullptr)) { // what is in the shape was checked for another
-        CheckNewField(name);
+    const bool isNew = StructFields(*this).AtSlot(slot) == nullptr;
+    if (isNew && (locked_ || entry == nullptr)) { // what is in the shape was checked for another
+        CheckNewField(std::string(name));
     }
     if (entry == nullptr || !entry->second.IsDocumentedBy(documentation)) {
         AddToShape(name, std::move(value), documentation);
@@ -168,6 +170,12 @@ void MetaStruct::Store(const std::string& name, FieldValue&& value,
 }
 
 void MetaStruct::CheckNewField(const std::string& name) const {
+    if (!IsValidFieldName(name)) {
+        throw CppToolException("Unable to set new field " + name + " on structure " +
+                               GetTypeName() +
+                               ", because the field name contains invalid character. Can only be "
+                               "alphanumeric characters and '_'");
+    }
     if (locked_) {
         throw CppToolException("Unable to set new field " + name +
                                " on structure. Structure has been locked");
@@ -180,7 +188,7 @@ void MetaStruct::CheckNewField(const std::string& name) const {
     }
 }
 
-void MetaStruct::AddToShape(const std::string& name, FieldValue&& value,
+void MetaStruct::AddToShape(std::string_view name, FieldValue&& value,
                             const std::string& documentation) {
     if (shape_->IsPublished()) {
         TakeOwnShape();

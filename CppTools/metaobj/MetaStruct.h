@@ -3,6 +3,7 @@
 #include <CppTools/metaobj/MetaObject.h>
 
 #include <cstdint>
+#include <string_view>
 
 namespace CppTools::MetaObj {
 
@@ -150,10 +151,10 @@ class CPPTOOLS_EXPORT MetaStruct final : public MetaObject {
     bool HasSameFields(const MetaStruct& other, std::vector<std::string>* errors) const;
 
     /// What all forms of `SetField` come down to.
-    void Store(const std::string& name, FieldValue&& value, const std::string& documentation);
+    void Store(std::string_view name, FieldValue&& value, const std::string& documentation);
     void CheckNewField(const std::string& name) const;
 
-    void AddToShape(const std::string& name, FieldValue&& value, const std::string& documentation);
+    void AddToShape(std::string_view name, FieldValue&& value, const std::string& documentation);
     void TakeOwnShape();
 
     // In the room that the base class leaves.

@@ -112,27 +112,27 @@ void MetaStruct::SetField(const char* name, const std::shared_ptr<MetaString>& v
 }
 
 void MetaStruct::SetField(const char* name, long value) {
-    SetField(std::string(name), value);
+    Store(name, FieldValue(value), _docEmpty);
 }
 
 void MetaStruct::SetField(const char* name, int value) {
-    SetField(std::string(name), value);
+    Store(name, FieldValue(static_cast<long>(value)), _docEmpty);
 }
 
 void MetaStruct::SetField(const char* name, bool value) {
-    SetField(std::string(name), value);
+    Store(name, FieldValue(value), _docEmpty);
 }
 
 void MetaStruct::SetField(const char* name, const std::string& value) {
-    SetField(std::string(name), value);
+    Store(name, FieldValue(std::string_view(value)), _docEmpty);
 }
 
 void MetaStruct::SetField(const char* name, const char* value) {
-    SetField(std::string(name), value);
+    Store(name, FieldValue(std::string_view(value)), _docEmpty);
 }
 
 void MetaStruct::SetField(const char* name, std::string&& value) {
-    SetField(std::string(name), std::move(value));
+    Store(name, FieldValue(std::move(value)), _docEmpty);
 }
 
 void MetaStruct::SetField(const char* name, const std::vector<std::string>& values) {

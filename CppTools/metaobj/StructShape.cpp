@@ -63,15 +63,10 @@ thread_local bool RecentShapes::isClosed_ = false;
 
 } // namespace
 
-std::shared_ptr<StructShape> StructShape::ForType(std::string&& name,
-                                                  const std::shared_ptr<MetaStruct>& definition) {
-    if (const auto* recent = RecentShapes::OfThisThread()) {
-        if (auto shape = recent->Find(name, definition.get())) {
-            return shape;
-        }
-    }
-    return std::make_shared<StructShape>(
-        std::make_shared<const StructType>(StructType{std::move(name), definition}));
+std::shared_ptr<StructShape> StructShape::FindRecent(std::string_view typeName,
+                                                     const MetaStruct* definition) {
+    const auto* recent = RecentShapes::OfThisThread();
+    return recent != nullptr ? recent->Find(typeName, definition) : nullptr;
 }
 
 void StructShape::Publish(const std::shared_ptr<StructShape>& shape) {

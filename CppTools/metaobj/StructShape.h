@@ -41,10 +41,14 @@ class StructShape {
     StructShape(const StructShape&) = delete;
     StructShape& operator=(const StructShape&) = delete;
 
+    static std::shared_ptr<StructShape> New(StructType type) {
+        return std::make_shared<StructShape>(std::make_shared<const StructType>(std::move(type)));
+    }
+
     /// The shape that was published last, in this thread, by structures of this type that are
-    /// still there; otherwise a new one without fields.
-    static std::shared_ptr<StructShape> ForType(std::string&& name,
-                                                const std::shared_ptr<MetaStruct>& definition);
+    /// still there; empty when there is none.
+    static std::shared_ptr<StructShape> FindRecent(std::string_view typeName,
+                                                   const MetaStruct* definition);
 
     /// Makes `shape` the one that the next structures of its type begin with.
     static void Publish(const std::shared_ptr<StructShape>& shape);
