@@ -11,20 +11,20 @@
 #include <libxml/parser.h>
 #include <libxml/xmlversion.h>
 
+#include <list>
+#include <optional>
+
 namespace CppTools::AutoCli {
 
 namespace {
 
 constexpr const char* kVersion = "1.0.0";
 
-std::list<std::string> SplitPath(const std::string& path) {
-    const auto parts = SplitTokens(path, '.');
-    return {parts.begin(), parts.end()};
-}
+using Names = std::vector<std::string>;
 
-std::string TakeLast(std::list<std::string>& parts) {
-    std::string last = std::move(parts.back());
-    parts.pop_back();
+std::string TakeLast(Names& names) {
+    std::string last = std::move(names.back());
+    names.pop_back();
     return last;
 }
 
@@ -67,20 +67,60 @@ bool AreNamespaces(NamespaceNode& one, NamespaceNode& other) {
            other.GetType() == NamespaceNode::kNamespaceType;
 }
 
+std::shared_ptr<NamespaceNode> Resolve(const Names& names, NamespaceNode& root) {
+    std::list<std::string> path(names.begin(), names.end());
+    return root.ResolveNode(path);
+}
+
 /// Where a node is to be registered, as far as the tree already goes; empty when an earlier
 /// entry of the same descriptor has yet to create it.
-std::shared_ptr<NamespaceNode> FindParent(std::list<std::string> parts, Namespace& root) {
-    if (parts.empty()) {
+std::shared_ptr<NamespaceNode> FindParent(const Names& names, NamespaceNode& root) {
+    if (names.empty()) {
         return root.GetThis();
     }
+    if (!root.HasNamespaceNode(names.front())) {
+        return nullptr;
+    }
     try {
-        return root.ResolveNode(parts);
+        return Resolve(names, root);
     } catch (const CppToolException&) {
         return nullptr;
     }
 }
 
+/// The parent that must be there by now.
+std::shared_ptr<NamespaceNode> RequireParent(const Names& names, NamespaceNode& root) {
+    auto parent = Resolve(names, root);
+    return parent ? parent : root.GetThis();
+}
+
 } // namespace
+
+/// Looks parents up one after the other. Most entries stand in the namespace of the entry before
+/// them, so the last answer is kept.
+class XmlPlugin::Parents {
+  public:
+    using Lookup = std::shared_ptr<NamespaceNode> (*)(const Names&, NamespaceNode&);
+
+    Parents(Lookup lookUp, NamespaceNode& root) : lookUp_(lookUp), root_(root) {}
+
+    const std::shared_ptr<NamespaceNode>& Of(Names names) {
+        if (!asked_ || *asked_ != names) {
+            asked_.reset();
+            parent_ = lookUp_(names, root_);
+            asked_ = std::move(names);
+        }
+        return parent_;
+    }
+
+    const NamespaceNode& Root() const { return root_; }
+
+  private:
+    Lookup lookUp_;
+    NamespaceNode& root_;
+    std::optional<Names> asked_;
+    std::shared_ptr<NamespaceNode> parent_;
+};
 
 XmlPlugin::XmlPlugin(const std::string& path) : path_(path) {}
 
@@ -118,6 +158,7 @@ void XmlPlugin::ReadDescriptor() {
     if (commands != nullptr) {
         AddCommands(commands);
     }
+    registrations_.shrink_to_fit();
     if (namespaces == nullptr && commands == nullptr) {
         throw CppToolException("Unable to find any namespaces or commands to register for plugin " +
                                path_);
@@ -159,15 +200,17 @@ const std::string& XmlPlugin::GetName() const {
 }
 
 void XmlPlugin::RegisterNamespaces(std::shared_ptr<Namespace> root) {
+    Parents found(FindParent, *root);
     for (const auto& registration : registrations_) {
-        CheckRegistration(registration, *root);
+        CheckRegistration(registration, found);
     }
+    Parents required(RequireParent, *root);
     for (const auto& registration : registrations_) {
-        Register(registration, root);
+        Register(registration, required);
     }
 }
 
-void XmlPlugin::CheckRegistration(const Registration& registration, Namespace& root) const {
+void XmlPlugin::CheckRegistration(const Registration& registration, Parents& parents) const {
     const auto& [path, node] = registration;
     if (path.empty()) {
         throw CppToolException("Invalid NULL registration found in XML plugin: " + path_ +
@@ -176,14 +219,14 @@ void XmlPlugin::CheckRegistration(const Registration& registration, Namespace& r
     if (!node) {
         throw CppToolException("Invalid null node: " + path);
     }
-    auto parts = SplitPath(path);
-    const std::string name = TakeLast(parts);
-    const auto parent = FindParent(std::move(parts), root);
+    auto names = SplitTokens(path, '.');
+    const std::string name = TakeLast(names);
+    const auto& parent = parents.Of(std::move(names));
     const auto existing = parent ? parent->GetNamespaceNode(name) : nullptr;
     if (!existing) {
         return;
     }
-    if (parent.get() != &root || !AreNamespaces(*existing, *node)) {
+    if (parent.get() != &parents.Root() || !AreNamespaces(*existing, *node)) {
         throw CppToolException("Tandril path is already registered: " + path);
     }
     if (existing->GetDescription() != node->GetDescription()) {
@@ -192,16 +235,13 @@ void XmlPlugin::CheckRegistration(const Registration& registration, Namespace& r
     }
 }
 
-void XmlPlugin::Register(const Registration& registration, const std::shared_ptr<Namespace>& root) {
+void XmlPlugin::Register(const Registration& registration, Parents& parents) {
     const auto& [path, node] = registration;
-    auto parts = SplitPath(path);
-    const std::string name = TakeLast(parts);
-    auto parent = root->ResolveNode(parts);
-    if (!parent) {
-        parent = root;
-    }
-    if (parent == root) {
-        const auto existing = root->GetNamespaceNode(name);
+    auto names = SplitTokens(path, '.');
+    const std::string name = TakeLast(names);
+    const auto& parent = parents.Of(std::move(names));
+    if (parent.get() == &parents.Root()) {
+        const auto existing = parent->GetNamespaceNode(name);
         if (existing && AreNamespaces(*existing, *node) &&
             existing->GetDescription() == node->GetDescription()) {
             return;
