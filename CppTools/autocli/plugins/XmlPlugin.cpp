@@ -4,8 +4,10 @@
 #include <CppTools/autocli/plugins/NoFormatters.h>
 #include <CppTools/autocli/plugins/XmlDescriptor.h>
 #include <CppTools/autocli/plugins/XmlElements.h>
+#include <CppTools/autocli/plugins/XmlNodeTree.h>
 #include <CppTools/autocli/plugins/XmlPlugin.h>
 #include <CppTools/autocli/plugins/XmlUtil.h>
+#include <CppTools/host/RegularFile.h>
 #include <CppTools/metaobj/CppToolException.h>
 
 #include <libxml/parser.h>
@@ -26,6 +28,13 @@ std::string TakeLast(Names& names) {
     std::string last = std::move(names.back());
     names.pop_back();
     return last;
+}
+
+/// The root element of a file that is a plain document; null for any other, and nothing is said
+/// about the reason. Only regular files are read, since the others cannot be read again.
+xmlNode* ReadPlainFile(const std::string& path, XmlNodeTree& tree) {
+    const auto text = Host::ReadRegularFile(path);
+    return text ? tree.Read(*text) : nullptr;
 }
 
 /// The element that a command cannot do without.
@@ -142,8 +151,13 @@ void XmlPlugin::Initialize() {
 
 void XmlPlugin::ReadDescriptor() {
     LIBXML_TEST_VERSION
-    const XmlDocument document(xmlReadFile(path_.c_str(), nullptr, 0));
-    auto* const root = document ? xmlDocGetRootElement(document.get()) : nullptr;
+    XmlNodeTree tree;
+    XmlDocument document;
+    auto* root = ReadPlainFile(path_, tree);
+    if (root == nullptr) {
+        document.reset(xmlReadFile(path_.c_str(), nullptr, 0));
+        root = document ? xmlDocGetRootElement(document.get()) : nullptr;
+    }
     if (root == nullptr) {
         throw CppToolException("Unable to parse XML descriptor: " + path_);
     }
