@@ -52,9 +52,9 @@ std::shared_ptr<ExtensionCommand> BuildCommand(_xmlNode* element, const std::str
         throw CppToolException("Invalid command specification found.  <command> tags must have a "
                                "non-empty 'path' attribute");
     }
-    const std::string description = XmlUtil_GetContentForChildByTag(element, "description");
+    std::string description = XmlUtil_GetContentForChildByTag(element, "description");
     auto command = ExtensionCommand::New();
-    command->SetDescription(description);
+    command->SetDescription(std::move(description));
     if (auto* const metaData = XmlUtil_FindChildNode(element, "meta-data")) {
         ExtractMetaData(metaData);
     }
@@ -184,14 +184,14 @@ void XmlPlugin::AddNamespaces(_xmlNode* namespaces) {
 }
 
 void XmlPlugin::AddNamespace(_xmlNode* element) {
-    std::string path = XmlUtil_ExtractAttribute(element, "path");
-    const std::string description = XmlUtil_GetContentForChildByTag(element, "description");
+    std::string path = AttributeOf(element, "path");
+    std::string description = XmlUtil_GetContentForChildByTag(element, "description");
     if (path.empty() || description.empty()) {
         throw CppToolException("Unable to register a namespace without valid 'path' attribute or "
                                "<description> being present.");
     }
     auto created = Namespace::New();
-    created->SetDescription(description);
+    created->SetDescription(std::move(description));
     registrations_.emplace_back(std::move(path), std::move(created));
 }
 
@@ -200,7 +200,7 @@ void XmlPlugin::AddCommands(_xmlNode* commands) {
 }
 
 void XmlPlugin::AddCommand(_xmlNode* element) {
-    const std::string path = XmlUtil_ExtractAttribute(element, "path");
+    const std::string path = AttributeOf(element, "path");
     try {
         registrations_.emplace_back(path, BuildCommand(element, path));
     } catch (const CppToolException& failure) {
