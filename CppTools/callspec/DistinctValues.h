@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <set>
 #include <utility>
 #include <vector>
@@ -20,24 +21,26 @@ class DistinctValues {
     const std::vector<Value>& InOrder() const { return values_; }
 
     bool Contains(const Value& value) const {
-        return sorted_.empty() ? std::find(values_.begin(), values_.end(), value) != values_.end()
-                               : sorted_.contains(value);
+        return sorted_ ? sorted_->contains(value)
+                       : std::find(values_.begin(), values_.end(), value) != values_.end();
     }
 
     /// Must not be there yet.
     void Add(Value value) {
         values_.push_back(std::move(value));
-        if (!sorted_.empty()) {
-            sorted_.insert(values_.size() - 1);
-        } else if (values_.size() == kMany) {
-            for (std::size_t place = 0; place < kMany; ++place) {
-                sorted_.insert(place);
+        if (!sorted_ && values_.size() > kFew) {
+            sorted_ = std::make_unique<Places>(ByValue{&values_});
+            for (std::size_t place = 0; place < kFew; ++place) {
+                sorted_->insert(place);
             }
+        }
+        if (sorted_) {
+            sorted_->insert(values_.size() - 1);
         }
     }
 
   private:
-    static constexpr std::size_t kMany = 32;
+    static constexpr std::size_t kFew = 32;
 
     /// Orders places among the values by what stands there.
     struct ByValue {
@@ -54,8 +57,10 @@ class DistinctValues {
         const std::vector<Value>* values;
     };
 
+    using Places = std::set<std::size_t, ByValue>;
+
     std::vector<Value> values_;
-    std::set<std::size_t, ByValue> sorted_{ByValue{&values_}};
+    std::unique_ptr<Places> sorted_;
 };
 
 } // namespace CppTools::CallSpec

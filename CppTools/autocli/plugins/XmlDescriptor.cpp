@@ -86,10 +86,10 @@ void AddConstraint(_xmlNode* element, ParameterSpec& parameter) {
 using ConstraintBuilder = std::shared_ptr<ParameterConstraint> (*)(_xmlNode*);
 
 std::shared_ptr<ParameterConstraint> BuildStringEnum(_xmlNode* element) {
-    const auto entries = ExtractEnum(element);
+    auto entries = ExtractEnum(element);
     auto constraint = ParameterConstraint::New(ParameterConstraintType::StringEnum);
-    for (const auto& [value, description] : entries) {
-        constraint->AddStringEnum(value, description);
+    for (auto& [value, description] : entries) {
+        constraint->AddStringEnum(std::move(value), std::move(description));
     }
     return entries.empty() ? nullptr : constraint;
 }

@@ -15,6 +15,7 @@
 
 #include <list>
 #include <optional>
+#include <string_view>
 
 namespace CppTools::AutoCli {
 
@@ -22,12 +23,19 @@ namespace {
 
 constexpr const char* kVersion = "1.0.0";
 
-using Names = std::vector<std::string>;
+/// A dotted path in two: what leads to the parent, with its last dot, and the node's own name. A
+/// dot at the end of the whole path does not count.
+struct PathPieces {
+    std::string_view parents;
+    std::string name;
+};
 
-std::string TakeLast(Names& names) {
-    std::string last = std::move(names.back());
-    names.pop_back();
-    return last;
+PathPieces SplitPath(std::string_view path) {
+    if (path.ends_with('.')) {
+        path.remove_suffix(1);
+    }
+    const std::size_t parentsSize = path.rfind('.') + 1;
+    return {path.substr(0, parentsSize), std::string(path.substr(parentsSize))};
 }
 
 /// The root element of a file that is a plain document; null for any other, and nothing is said
@@ -76,17 +84,18 @@ bool AreNamespaces(NamespaceNode& one, NamespaceNode& other) {
            other.GetType() == NamespaceNode::kNamespaceType;
 }
 
-std::shared_ptr<NamespaceNode> Resolve(const Names& names, NamespaceNode& root) {
+std::shared_ptr<NamespaceNode> Resolve(const std::vector<std::string>& names, NamespaceNode& root) {
     std::list<std::string> path(names.begin(), names.end());
     return root.ResolveNode(path);
 }
 
 /// Where a node is to be registered, as far as the tree already goes; empty when an earlier
 /// entry of the same descriptor has yet to create it.
-std::shared_ptr<NamespaceNode> FindParent(const Names& names, NamespaceNode& root) {
-    if (names.empty()) {
+std::shared_ptr<NamespaceNode> FindParent(const std::string& parents, NamespaceNode& root) {
+    if (parents.empty()) {
         return root.GetThis();
     }
+    const auto names = SplitTokens(parents, '.');
     if (!root.HasNamespaceNode(names.front())) {
         return nullptr;
     }
@@ -98,8 +107,8 @@ std::shared_ptr<NamespaceNode> FindParent(const Names& names, NamespaceNode& roo
 }
 
 /// The parent that must be there by now.
-std::shared_ptr<NamespaceNode> RequireParent(const Names& names, NamespaceNode& root) {
-    auto parent = Resolve(names, root);
+std::shared_ptr<NamespaceNode> RequireParent(const std::string& parents, NamespaceNode& root) {
+    auto parent = Resolve(SplitTokens(parents, '.'), root);
     return parent ? parent : root.GetThis();
 }
 
@@ -109,15 +118,15 @@ std::shared_ptr<NamespaceNode> RequireParent(const Names& names, NamespaceNode& 
 /// them, so the last answer is kept.
 class XmlPlugin::Parents {
   public:
-    using Lookup = std::shared_ptr<NamespaceNode> (*)(const Names&, NamespaceNode&);
+    using Lookup = std::shared_ptr<NamespaceNode> (*)(const std::string&, NamespaceNode&);
 
     Parents(Lookup lookUp, NamespaceNode& root) : lookUp_(lookUp), root_(root) {}
 
-    const std::shared_ptr<NamespaceNode>& Of(Names names) {
-        if (!asked_ || *asked_ != names) {
+    const std::shared_ptr<NamespaceNode>& Of(std::string_view parents) {
+        if (!asked_ || *asked_ != parents) {
             asked_.reset();
-            parent_ = lookUp_(names, root_);
-            asked_ = std::move(names);
+            parent_ = lookUp_(std::string(parents), root_);
+            asked_ = parents;
         }
         return parent_;
     }
@@ -127,7 +136,7 @@ class XmlPlugin::Parents {
   private:
     Lookup lookUp_;
     NamespaceNode& root_;
-    std::optional<Names> asked_;
+    std::optional<std::string> asked_;
     std::shared_ptr<NamespaceNode> parent_;
 };
 
@@ -233,10 +242,9 @@ void XmlPlugin::CheckRegistration(const Registration& registration, Parents& par
     if (!node) {
         throw CppToolException("Invalid null node: " + path);
     }
-    auto names = SplitTokens(path, '.');
-    const std::string name = TakeLast(names);
-    const auto& parent = parents.Of(std::move(names));
-    const auto existing = parent ? parent->GetNamespaceNode(name) : nullptr;
+    const auto pieces = SplitPath(path);
+    const auto& parent = parents.Of(pieces.parents);
+    const auto existing = parent ? parent->GetNamespaceNode(pieces.name) : nullptr;
     if (!existing) {
         return;
     }
@@ -251,17 +259,16 @@ void XmlPlugin::CheckRegistration(const Registration& registration, Parents& par
 
 void XmlPlugin::Register(const Registration& registration, Parents& parents) {
     const auto& [path, node] = registration;
-    auto names = SplitTokens(path, '.');
-    const std::string name = TakeLast(names);
-    const auto& parent = parents.Of(std::move(names));
+    const auto pieces = SplitPath(path);
+    const auto& parent = parents.Of(pieces.parents);
     if (parent.get() == &parents.Root()) {
-        const auto existing = parent->GetNamespaceNode(name);
+        const auto existing = parent->GetNamespaceNode(pieces.name);
         if (existing && AreNamespaces(*existing, *node) &&
             existing->GetDescription() == node->GetDescription()) {
             return;
         }
     }
-    parent->RegisterNamespaceNode(node, name);
+    parent->RegisterNamespaceNode(node, pieces.name);
 }
 
 bool XmlPlugin::HasFormatter(const std::string& /*name*/) {
