@@ -24,10 +24,8 @@ std::optional<std::string> ReadRegularFile(const std::string& path) {
     // A FIFO is not even opened: its writer would notice.
     struct stat status {};
 
-    if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
-        return std::nullopt;
-    }
-    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const bool isRegular = stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+    const FileDescriptor file(isRegular ? open(path.c_str(), O_RDONLY | O_CLOEXEC) : -1);
     if (file.Get() < 0) {
         return std::nullopt;
     }

@@ -76,18 +76,17 @@ struct XmlNodeTree::Events {
 };
 
 XmlNodeTree::XmlNodeTree() : memory_(kFirstBlock), parser_(xmlNewParserCtxt()) {
-    if (!parser_) {
-        throw std::bad_alloc();
+    if (parser_) {
+        *parser_->sax = Events::Handler();
+        parser_->userData = this;
     }
-    *parser_->sax = Events::Handler();
-    parser_->userData = this;
 }
 
 XmlNodeTree::~XmlNodeTree() = default;
 
 xmlNode* XmlNodeTree::Read(const std::string& text) {
     // The limits on longer texts depend on who builds the tree.
-    if (text.size() > XML_MAX_TEXT_LENGTH) {
+    if (!parser_ || text.size() > XML_MAX_TEXT_LENGTH) {
         return nullptr;
     }
     // Without this option the ampersands in attributes are left for the tree to decode.
