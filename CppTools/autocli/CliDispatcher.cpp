@@ -7,7 +7,6 @@
 #include <CppTools/autocli/RootNamespace.h>
 #include <CppTools/autocli/formatters/CliDispatcherHelpFormatter.h>
 #include <CppTools/autocli/formatters/DisplayContext.h>
-#include <CppTools/host/Pattern.h>
 #include <CppTools/host/ProcessSpawn.h>
 #include <CppTools/host/Terminal.h>
 #include <CppTools/metaobj/CppToolException.h>
@@ -22,6 +21,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <string_view>
 
 namespace CppTools::AutoCli {
 
@@ -74,12 +74,19 @@ void SetFormatter(const std::vector<std::string>& values, FormatParameters& form
     }
 }
 
+/// Letters, digits, blanks, full stops, dashes and colons, at least one of them.
+bool IsFormatKey(std::string_view key) {
+    static constexpr std::string_view kCharacters =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 .-:";
+    return !key.empty() && key.find_first_not_of(kCharacters) == std::string_view::npos;
+}
+
 void SetFormatParameters(const std::vector<std::string>& values, FormatParameters& format,
                          CallSpec::Output& output) {
-    static const Host::Pattern keyAndValue("^([a-zA-Z0-9 .\\-:]+)=(.+)$");
     for (const auto& value : values) {
-        if (const auto groups = keyAndValue.GroupsOf(value)) {
-            format.SetParameter(groups->at(0), groups->at(1));
+        const std::size_t keySize = std::min(value.find('='), value.size());
+        if (IsFormatKey(value.substr(0, keySize)) && keySize + 1 < value.size()) {
+            format.SetParameter(value.substr(0, keySize), value.substr(keySize + 1));
         } else {
             output.AddErrorMessage("Unable to read format parameter " + value);
         }

@@ -10,11 +10,11 @@
 #include <CppTools/callspec/InputSpec.h>
 #include <CppTools/host/Directory.h>
 #include <CppTools/host/FeatureStates.h>
-#include <CppTools/host/Pattern.h>
 #include <CppTools/metaobj/CppToolException.h>
 
 #include <algorithm>
 #include <iostream>
+#include <string_view>
 
 namespace CppTools::AutoCli {
 
@@ -27,14 +27,17 @@ std::string RegistrationFailed(const std::string& plugin, const std::string& rea
            "resolved.";
 }
 
+/// Whether the path ends in the extension and holds anything in front of it.
+bool HasExtension(const std::string& path, std::string_view extension) {
+    return path.size() > extension.size() && path.ends_with(extension);
+}
+
 /// The kind of plug-in that a file name stands for; empty when it stands for none.
 std::shared_ptr<Plugin> NewPluginForFile(const std::string& path) {
-    static const Host::Pattern sharedLibrary(".+\\.so$");
-    static const Host::Pattern descriptor(".+\\.xml$");
-    if (sharedLibrary.Matches(path)) {
+    if (HasExtension(path, ".so")) {
         return SharedLibraryPlugin::New(path);
     }
-    if (descriptor.Matches(path)) {
+    if (HasExtension(path, ".xml")) {
         return XmlPlugin::New(path);
     }
     return nullptr;

@@ -54,7 +54,8 @@ std::string NamespaceNode::GetPathString(char separator) {
     if (!path.empty()) {
         path += separator;
     }
-    return path + name_;
+    path += name_;
+    return path;
 }
 
 bool NamespaceNode::HasNamespaceNode(const std::string& name) {

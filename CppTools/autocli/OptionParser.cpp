@@ -1,6 +1,5 @@
 #include <CppTools/autocli/OptionParser.h>
 #include <CppTools/callspec/InputSpec.h>
-#include <CppTools/host/Pattern.h>
 #include <CppTools/host/Terminal.h>
 
 #include <boost/algorithm/string/erase.hpp>
@@ -8,6 +7,8 @@
 #include <algorithm>
 #include <cctype>
 #include <iostream>
+#include <optional>
+#include <string_view>
 
 namespace CppTools::AutoCli {
 
@@ -40,6 +41,42 @@ std::string Describe(const OptionParser::Parameters& parameters) {
         text += "\n   --" + name + " = '" + value + "'";
     }
     return text;
+}
+
+bool IsLetter(char character) {
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+}
+
+bool IsNameCharacter(char character) {
+    return IsLetter(character) || (character >= '0' && character <= '9') || character == '-';
+}
+
+/// The pieces of an option word; the value is empty when the word has none.
+struct OptionWord {
+    std::string_view name;
+    std::string_view value;
+};
+
+/// Reads a word of the pattern -[a-zA-Z]|--([a-zA-Z][a-zA-Z0-9-]+)(=.+)?, in which "." is any
+/// byte. Scanned because each word of a stream of lines is tried several times.
+std::optional<OptionWord> ReadOption(std::string_view word) {
+    if (!word.starts_with("--")) {
+        const bool isShort = word.size() == 2 && word[0] == '-' && IsLetter(word[1]);
+        return isShort ? std::optional<OptionWord>({word.substr(1), {}}) : std::nullopt;
+    }
+    word.remove_prefix(2);
+    const auto nameEnd = std::find_if_not(word.begin(), word.end(), IsNameCharacter);
+    const auto size = static_cast<std::size_t>(nameEnd - word.begin());
+    if (size < 2 || !IsLetter(word[0])) {
+        return std::nullopt;
+    }
+    const std::string_view name = word.substr(0, size);
+    word.remove_prefix(size);
+    if (word.empty()) {
+        return OptionWord{name, {}};
+    }
+    const bool hasValue = word.size() > 1 && word[0] == '=';
+    return hasValue ? std::optional<OptionWord>({name, word.substr(1)}) : std::nullopt;
 }
 
 bool IsBlank(char character) {
@@ -154,8 +191,7 @@ std::string OptionParser::GetSilentString() {
 }
 
 bool OptionParser::IsParameter(const std::string& word) {
-    static const Host::Pattern option("^(-[a-zA-Z]|--([a-zA-Z][a-zA-Z0-9-]+)(=.+)?)$");
-    return option.Matches(word);
+    return ReadOption(word).has_value();
 }
 
 void OptionParser::ParseStack(WordStack& stack) {
@@ -193,19 +229,10 @@ OptionParser::Parameters OptionParser::ParseParameters(WordStack& stack) {
 }
 
 bool OptionParser::ParseParameter(const std::string& word, std::string& name, std::string& value) {
-    static const Host::Pattern shortOption("^-([a-zA-Z])$");
-    static const Host::Pattern longOption("^--([a-zA-Z][a-zA-Z0-9-]+)$");
-    static const Host::Pattern optionWithValue("^--([a-zA-Z][a-zA-Z0-9-]+)=(.+)$");
-    for (const auto* bareOption : {&shortOption, &longOption}) {
-        if (const auto groups = bareOption->GroupsOf(word)) {
-            name = groups->at(0);
-            return false;
-        }
-    }
-    if (const auto groups = optionWithValue.GroupsOf(word)) {
-        name = groups->at(0);
-        value = groups->at(1);
-        return true;
+    if (const auto option = ReadOption(word)) {
+        name = option->name;
+        value = option->value;
+        return !value.empty();
     }
     parseErrors_.push_back("Attempt to parse option failed.  Input was : " + word);
     return false;

@@ -35,11 +35,16 @@ void InputSpec::AddParameter(const std::shared_ptr<ParameterSpec>& parameter) {
     if (parameter->GetName().size() < 2) {
         throw CppToolException("Parameter name must be at least 2 characters");
     }
-    for (const auto& present : parameters_) {
-        RequireNoClash(*parameter, *present);
-    }
+    // Few parameters have a short name; the names of all others are looked up.
     const auto place =
         std::lower_bound(parameters_.begin(), parameters_.end(), parameter->GetName(), NameIsLess);
+    const bool isDuplicate =
+        place != parameters_.end() && (*place)->GetName() == parameter->GetName();
+    if (isDuplicate || !parameter->GetShortName().empty()) {
+        for (const auto& present : parameters_) {
+            RequireNoClash(*parameter, *present);
+        }
+    }
     parameters_.insert(place, parameter);
 }
 

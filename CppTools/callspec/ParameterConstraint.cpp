@@ -1,3 +1,4 @@
+#include <CppTools/callspec/DistinctValues.h>
 #include <CppTools/callspec/Output.h>
 #include <CppTools/callspec/ParameterConstraint.h>
 #include <CppTools/callspec/ParameterSpec.h>
@@ -14,9 +15,13 @@ namespace CppTools::CallSpec {
 
 namespace {
 
-template <typename Values, typename Value>
-bool Contains(const Values& values, const Value& value) {
-    return std::find(values.begin(), values.end(), value) != values.end();
+/// The part of a constraint, made when it is first needed.
+template <typename Part>
+Part& Need(std::unique_ptr<Part>& part) {
+    if (!part) {
+        part = std::make_unique<Part>();
+    }
+    return *part;
 }
 
 std::vector<std::string> ToStrings(const std::vector<long>& numbers) {
@@ -31,6 +36,17 @@ std::string InvalidConstraint(const std::string& parameterName) {
 }
 
 } // namespace
+
+struct ParameterConstraint::IntSet : DistinctValues<long> {};
+
+struct ParameterConstraint::StringSet : DistinctValues<std::string> {
+    std::map<std::string, std::string> descriptions;
+};
+
+struct ParameterConstraint::Regex {
+    std::string expression;
+    std::unique_ptr<const Host::Pattern> compiled;
+};
 
 ParameterConstraint::ParameterConstraint(ParameterConstraintType type) : type_(type) {}
 
@@ -55,21 +71,27 @@ void ParameterConstraint::GetIntRange(long& min, long& max) const {
 }
 
 void ParameterConstraint::AddIntEnum(long value) {
-    if (Contains(intEnum_, value)) {
+    auto& set = Need(intSet_);
+    if (set.Contains(value)) {
         throw CppToolException("Duplicate Value found in ParameterConstraint::AddIntEnum");
     }
-    intEnum_.push_back(value);
+    set.Add(value);
+}
+
+const std::vector<long>& ParameterConstraint::GetIntEnum() const {
+    return Need(intSet_).InOrder();
 }
 
 void ParameterConstraint::AddStringEnum(std::string value, std::string description) {
-    if (Contains(stringEnum_, value)) {
+    auto& set = Need(stringSet_);
+    if (set.Contains(value)) {
         throw CppToolException("Duplicate Value found in ParameterConstraint::AddStringEnum: " +
                                value);
     }
     if (!description.empty()) {
-        stringEnumDescriptions_.emplace(value, std::move(description));
+        set.descriptions.emplace(value, std::move(description));
     }
-    stringEnum_.push_back(std::move(value));
+    set.Add(std::move(value));
 }
 
 void ParameterConstraint::AddStringEnum(const char* value, const char* description) {
@@ -80,9 +102,22 @@ void ParameterConstraint::AddStringEnum(const char* value) {
     AddStringEnum(std::string(value), std::string());
 }
 
+const std::vector<std::string>& ParameterConstraint::GetStringEnum() const {
+    return Need(stringSet_).InOrder();
+}
+
+const std::map<std::string, std::string>& ParameterConstraint::GetStringEnumWithDesc() const {
+    return Need(stringSet_).descriptions;
+}
+
 void ParameterConstraint::SetStringRegex(std::string expression) {
-    stringRegex_ = std::move(expression);
-    compiledRegex_.reset();
+    auto& regex = Need(regex_);
+    regex.expression = std::move(expression);
+    regex.compiled.reset();
+}
+
+const std::string& ParameterConstraint::GetStringRegex() const {
+    return Need(regex_).expression;
 }
 
 std::string ParameterConstraint::ToString() const {
@@ -92,11 +127,11 @@ std::string ParameterConstraint::ToString() const {
     case ParameterConstraintType::IntRange:
         return "integer in the range " + std::to_string(intMin_) + "-" + std::to_string(intMax_);
     case ParameterConstraintType::IntEnum:
-        return "[" + boost::algorithm::join(ToStrings(intEnum_), ", ") + "]";
+        return "[" + boost::algorithm::join(ToStrings(GetIntEnum()), ", ") + "]";
     case ParameterConstraintType::StringEnum:
-        return "[" + boost::algorithm::join(stringEnum_, ", ") + "]";
+        return "[" + boost::algorithm::join(GetStringEnum(), ", ") + "]";
     case ParameterConstraintType::StringRegex:
-        return "a string matching the regular expression " + stringRegex_;
+        return "a string matching the regular expression " + GetStringRegex();
     }
     return "unknown";
 }
@@ -110,7 +145,7 @@ bool ParameterConstraint::Validate(const std::string& value, const std::string& 
     case ParameterConstraintType::IntEnum:
         return ValidateInt(value, parameterName, *output);
     case ParameterConstraintType::StringEnum:
-        if (Contains(stringEnum_, value)) {
+        if (Need(stringSet_).Contains(value)) {
             return true;
         }
         output->AddErrorMessage(InvalidConstraint(parameterName) +
@@ -123,7 +158,7 @@ bool ParameterConstraint::Validate(const std::string& value, const std::string& 
         }
         output->AddErrorMessage(InvalidConstraint(parameterName) +
                                 "Value does not match the expected regular expression (" +
-                                stringRegex_ + ")");
+                                GetStringRegex() + ")");
         return false;
     }
     return false;
@@ -144,7 +179,7 @@ bool ParameterConstraint::ValidateInt(const std::string& value, const std::strin
         output.AddErrorMessage(InvalidConstraint(parameterName) + "Expected " + ToString());
         return false;
     }
-    if (Contains(intEnum_, number)) {
+    if (Need(intSet_).Contains(number)) {
         return true;
     }
     output.AddErrorMessage(InvalidConstraint(parameterName) +
@@ -153,11 +188,12 @@ bool ParameterConstraint::ValidateInt(const std::string& value, const std::strin
 }
 
 bool ParameterConstraint::MatchesRegex(const std::string& value) const {
-    if (!compiledRegex_) {
-        compiledRegex_ = std::make_unique<const Host::Pattern>(stringRegex_);
+    auto& regex = Need(regex_);
+    if (!regex.compiled) {
+        regex.compiled = std::make_unique<const Host::Pattern>(regex.expression);
     }
     try {
-        return compiledRegex_->Matches(value);
+        return regex.compiled->Matches(value);
     } catch (const std::runtime_error&) {
         // The matcher gave up on this value; what cannot be shown to match is refused.
         return false;

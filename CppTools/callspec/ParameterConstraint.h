@@ -7,10 +7,6 @@
 #include <string>
 #include <vector>
 
-namespace CppTools::Host {
-class Pattern;
-}
-
 /// Call specifications: what a command takes and gives, and the input and output of one call.
 namespace CppTools::CallSpec {
 
@@ -50,7 +46,7 @@ class CPPTOOLS_EXPORT ParameterConstraint {
     void AddIntEnum(long value);
 
     /// In the order added.
-    const std::vector<long>& GetIntEnum() const { return intEnum_; }
+    const std::vector<long>& GetIntEnum() const;
 
     /// An empty description counts as none. Throws "Duplicate Value found in
     /// ParameterConstraint::AddStringEnum: " and the value. Pointers must not be null.
@@ -59,18 +55,16 @@ class CPPTOOLS_EXPORT ParameterConstraint {
     void AddStringEnum(const char* value);
 
     /// In the order added.
-    const std::vector<std::string>& GetStringEnum() const { return stringEnum_; }
+    const std::vector<std::string>& GetStringEnum() const;
 
     /// The descriptions of those values that have one.
-    const std::map<std::string, std::string>& GetStringEnumWithDesc() const {
-        return stringEnumDescriptions_;
-    }
+    const std::map<std::string, std::string>& GetStringEnumWithDesc() const;
 
     /// The expression is compiled when it is first needed, so an invalid one is noticed only
     /// then, by the regular-expression library's exception out of `Validate`.
     void SetStringRegex(std::string expression);
 
-    const std::string& GetStringRegex() const { return stringRegex_; }
+    const std::string& GetStringRegex() const;
 
     /// The expected values as help shows them, such as "integer in the range 1-5" or
     /// "[on, off]".
@@ -83,6 +77,10 @@ class CPPTOOLS_EXPORT ParameterConstraint {
                   const std::shared_ptr<Output>& output) const;
 
   private:
+    struct IntSet;
+    struct StringSet;
+    struct Regex;
+
     bool ValidateInt(const std::string& value, const std::string& parameterName,
                      Output& output) const;
     bool MatchesRegex(const std::string& value) const;
@@ -90,11 +88,12 @@ class CPPTOOLS_EXPORT ParameterConstraint {
     ParameterConstraintType type_;
     long intMin_ = 0;
     long intMax_ = 0;
-    std::vector<long> intEnum_;
-    std::vector<std::string> stringEnum_;
-    std::map<std::string, std::string> stringEnumDescriptions_;
-    std::string stringRegex_;
-    mutable std::unique_ptr<const Host::Pattern> compiledRegex_;
+
+    // Of these no constraint needs more than one, and most need none: they are made when they are
+    // first touched.
+    mutable std::unique_ptr<IntSet> intSet_;
+    mutable std::unique_ptr<StringSet> stringSet_;
+    mutable std::unique_ptr<Regex> regex_;
 };
 
 } // namespace CppTools::CallSpec

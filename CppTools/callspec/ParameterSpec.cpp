@@ -1,20 +1,25 @@
 #include <CppTools/callspec/Output.h>
 #include <CppTools/callspec/ParameterSpec.h>
 #include <CppTools/callspec/ValueReading.h>
-#include <CppTools/host/Pattern.h>
 #include <CppTools/metaobj/CppToolException.h>
 
 #include <boost/algorithm/string/replace.hpp>
 
+#include <algorithm>
 #include <cctype>
 
 namespace CppTools::CallSpec {
 
 namespace {
 
+bool IsNameCharacter(char character) {
+    return (character >= 'a' && character <= 'z') || (character >= '0' && character <= '9') ||
+           character == '-';
+}
+
+/// The pattern [a-z0-9-]+, scanned because thousands of names are checked at a start.
 bool IsValidParameterName(const std::string& name) {
-    static const Host::Pattern pattern("[a-z0-9-]+");
-    return pattern.Matches(name);
+    return !name.empty() && std::all_of(name.begin(), name.end(), IsNameCharacter);
 }
 
 bool IsAlphanumeric(char character) {

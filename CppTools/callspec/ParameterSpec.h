@@ -92,12 +92,12 @@ class CPPTOOLS_EXPORT ParameterSpec {
     bool ValidateConstraint(const std::string& value, const std::shared_ptr<Output>& output) const;
 
     ParameterType type_;
+    bool required_ = true;
+    bool secret_ = false;
     std::string name_;
     std::string shortName_;
     std::string description_;
     std::shared_ptr<ParameterConstraint> constraint_;
-    bool required_ = true;
-    bool secret_ = false;
 };
 
 } // namespace CppTools::CallSpec

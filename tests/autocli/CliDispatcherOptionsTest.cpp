@@ -1,6 +1,7 @@
 #include "CliDispatcherFixture.h"
 
 #include <tests/support/DescriptorText.h>
+#include <tests/support/EveryWord.h>
 #include <tests/support/LongText.h>
 #include <tests/support/NamedRow.h>
 #include <tests/support/PseudoTerminal.h>
@@ -9,11 +10,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iostream>
+#include <regex>
 #include <stdexcept>
 #include <string>
 
 using CppTools::AutoCli::CliDispatcher;
 using CppTools::AutoCli::DisplayContext;
+using CppTools::AutoCli::FormatParameters;
 using CppTools::AutoCli::OptionParser;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -302,6 +305,39 @@ TEST_P(FormatParamTest, HandleDispatcherOptions_ReadsKeyAndValue) {
     } else {
         EXPECT_THAT(format.GetParameters(), ElementsAre(Pair(key, GetParam().value.Build())));
         EXPECT_THAT(output->GetErrors(), IsEmpty());
+    }
+}
+
+// The alphabet has each kind of byte that the pattern tells apart.
+TEST_F(CliDispatcherOptionsTest, HandleDispatcherOptions_EveryShortFormatParam_IsReadAsThePattern) {
+    const std::regex pattern("([a-zA-Z0-9 .\\-:]+)=([^]+)");
+    std::size_t read = 0;
+    for (const std::string& text : TestSupport::EveryWord(5, "a:=_\n")) {
+        if (text.empty()) {
+            continue;
+        }
+        format = FormatParameters();
+        ApplyOptions({"--format-param=" + text});
+        std::smatch match;
+        if (std::regex_match(text, match, pattern)) {
+            ++read;
+            ASSERT_THAT(format.GetParameters(), ElementsAre(Pair(match.str(1), match.str(2))));
+        } else {
+            ASSERT_THAT(format.GetParameters(), IsEmpty()) << "'" << text << "'";
+        }
+    }
+    EXPECT_GT(read, 0U);
+}
+
+TEST_F(CliDispatcherOptionsTest, HandleDispatcherOptions_EveryByteInAFormatKey_IsReadAsThePattern) {
+    const std::string accepted =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 .-:";
+    for (int byte = 0; byte < 256; ++byte) {
+        const char c = static_cast<char>(byte);
+        format = FormatParameters();
+        ApplyOptions({"--format-param=" + std::string{c} + "x=1"});
+        EXPECT_EQ(format.GetParameters().size(), accepted.find(c) != std::string::npos ? 1U : 0U)
+            << byte;
     }
 }
 

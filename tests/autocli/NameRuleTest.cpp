@@ -1,5 +1,6 @@
 #include <CppTools/autocli/NamespaceNode.h>
 
+#include <tests/support/EveryWord.h>
 #include <tests/support/LongText.h>
 #include <tests/support/NamedRow.h>
 
@@ -9,6 +10,7 @@
 #include <vector>
 
 using CppTools::AutoCli::AutoCli_IsValidName;
+using TestSupport::EveryWord;
 using TestSupport::kRowName;
 using TestSupport::LongText;
 
@@ -16,24 +18,10 @@ namespace {
 
 constexpr std::size_t kMillion = 1000000;
 
-/// All words of up to `length` characters of the alphabet, the empty one included.
-std::vector<std::string> WordsUpTo(std::size_t length, const std::string& alphabet) {
-    std::vector<std::string> words{""};
-    for (std::size_t begin = 0, round = 0; round < length; ++round) {
-        const std::size_t end = words.size();
-        for (; begin < end; ++begin) {
-            for (const char c : alphabet) {
-                words.push_back(words[begin] + c);
-            }
-        }
-    }
-    return words;
-}
-
 TEST(NameRuleTest, IsValidName_EveryShortWord_AnswersAsThePattern) {
     const std::regex pattern("([a-z0-9]+[A-Z0-9]{0,1})+");
     std::size_t accepted = 0;
-    for (const std::string& word : WordsUpTo(5, "azAZ9-")) {
+    for (const std::string& word : EveryWord(5, "azAZ9-")) {
         const bool expected = std::regex_match(word, pattern);
         accepted += expected ? 1 : 0;
         ASSERT_EQ(AutoCli_IsValidName(word), expected) << "'" << word << "'";

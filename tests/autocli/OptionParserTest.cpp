@@ -1,11 +1,13 @@
 #include <CppTools/autocli/OptionParser.h>
 
+#include <tests/support/EveryWord.h>
 #include <tests/support/LongText.h>
 #include <tests/support/NamedRow.h>
 
 #include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -77,6 +79,30 @@ OptionParser Parsed(const std::vector<std::string>& words) {
     OptionParser parser;
     parser.ParseVector(words);
     return parser;
+}
+
+// The alphabet has each kind of byte that the shape of an option tells apart.
+TEST(OptionParserTest, IsParameter_EveryShortWord_AnswersAsThePattern) {
+    const std::regex pattern("-[a-zA-Z]|--([a-zA-Z][a-zA-Z0-9-]+)(=[^]+)?");
+    std::size_t options = 0;
+    for (const std::string& word : TestSupport::EveryWord(6, "-aZ7=\n")) {
+        const bool expected = std::regex_match(word, pattern);
+        options += expected ? 1 : 0;
+        ASSERT_EQ(OptionParser::IsParameter(word), expected) << "'" << word << "'";
+    }
+    EXPECT_GT(options, 0U);
+}
+
+TEST(OptionParserTest, IsParameter_EveryByte_OnlyLettersDigitsAndDashesAreOfAName) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const char c = static_cast<char>(byte);
+        const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+        const bool isInner = isLetter || (c >= '0' && c <= '9') || c == '-';
+        EXPECT_EQ(OptionParser::IsParameter({'-', c}), isLetter) << byte;
+        EXPECT_EQ(OptionParser::IsParameter({'-', '-', c, 'b'}), isLetter) << byte;
+        EXPECT_EQ(OptionParser::IsParameter({'-', '-', 'a', c}), isInner) << byte;
+        EXPECT_TRUE(OptionParser::IsParameter({'-', '-', 'a', 'b', '=', c})) << byte;
+    }
 }
 
 TEST(OptionParserTest, New_IsEmptyAndNamedTandril) {

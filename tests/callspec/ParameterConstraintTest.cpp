@@ -190,6 +190,60 @@ TEST(ParameterConstraintTest, AddStringEnum_DuplicateOfADescribedValue_KeepsItsD
     EXPECT_EQ(constraint->GetStringEnumWithDesc().at("a"), "first");
 }
 
+TEST(ParameterConstraintTest, AddIntEnum_ManyValues_EachIsKnownAndKeepsItsPlace) {
+    const auto constraint = IntEnum({});
+    std::vector<long> expected;
+    for (long i = 0; i < 200; ++i) {
+        const long value = (i * 77) % 200 - 100;
+        ASSERT_FALSE(Validate(constraint, std::to_string(value)).first) << value;
+        constraint->AddIntEnum(value);
+        expected.push_back(value);
+        ASSERT_EQ(ThrownBy([&] { constraint->AddIntEnum(expected[expected.size() / 2]); }),
+                  "Duplicate Value found in ParameterConstraint::AddIntEnum");
+        ASSERT_EQ(Validate(constraint, std::to_string(value)), kAccepted) << value;
+    }
+    EXPECT_EQ(constraint->GetIntEnum(), expected);
+}
+
+TEST(ParameterConstraintTest, AddStringEnum_ManyValues_EachIsKnownAndKeepsItsPlace) {
+    const auto constraint = StringEnum({});
+    Messages expected;
+    for (int i = 0; i < 200; ++i) {
+        const std::string value = "value " + std::to_string((i * 77) % 200);
+        ASSERT_FALSE(Validate(constraint, value).first) << value;
+        constraint->AddStringEnum(value, i % 2 == 0 ? value : "");
+        expected.push_back(value);
+        const std::string& earlier = expected[expected.size() / 2];
+        ASSERT_EQ(ThrownBy([&] { constraint->AddStringEnum(earlier, "again"); }),
+                  "Duplicate Value found in ParameterConstraint::AddStringEnum: " + earlier);
+        ASSERT_EQ(Validate(constraint, value), kAccepted) << value;
+    }
+    EXPECT_EQ(constraint->GetStringEnum(), expected);
+    EXPECT_EQ(constraint->GetStringEnumWithDesc().size(), 100U);
+}
+
+TEST(ParameterConstraintTest, Getters_ReferencesTakenBeforeAValue_SeeIt) {
+    const auto constraint = ParameterConstraint::New(ParameterConstraintType::None);
+    const auto& numbers = constraint->GetIntEnum();
+    const auto& texts = constraint->GetStringEnum();
+    const auto& described = constraint->GetStringEnumWithDesc();
+    const auto& expression = constraint->GetStringRegex();
+    EXPECT_TRUE(numbers.empty() && texts.empty() && described.empty() && expression.empty());
+    constraint->AddIntEnum(7);
+    constraint->AddStringEnum("a", "b");
+    constraint->SetStringRegex("c");
+    EXPECT_EQ(numbers, std::vector<long>{7});
+    EXPECT_EQ(texts, Messages{"a"});
+    EXPECT_EQ(described.at("a"), "b");
+    EXPECT_EQ(expression, "c");
+}
+
+TEST(ParameterConstraintTest, Validate_ExpressionNeverSet_AcceptsTheEmptyTextAlone) {
+    const auto constraint = ParameterConstraint::New(ParameterConstraintType::StringRegex);
+    EXPECT_EQ(Validate(constraint, ""), kAccepted);
+    EXPECT_FALSE(Validate(constraint, "x").first);
+}
+
 TEST(ParameterConstraintTest, AddStringEnum_OtherCaseOrEmpty_IsNoDuplicate) {
     EXPECT_EQ(StringEnum({"on", "ON", "On", ""})->GetStringEnum(),
               (Messages{"on", "ON", "On", ""}));

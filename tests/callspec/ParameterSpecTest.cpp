@@ -90,6 +90,18 @@ INSTANTIATE_TEST_SUITE_P(
                     Name{{"character before a"}, "a`"}, Name{{"character after z"}, "a{"},
                     Name{{"letter beyond ASCII"}, "n\xC3\xA4me"}));
 
+TEST(ParameterSpecTest, New_EveryByteInAName_OnlyLowerCaseDigitsAndHyphensAreAccepted) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const char c = static_cast<char>(byte);
+        const bool expected = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-';
+        for (const std::string& name : {std::string{c}, std::string{'a', c}, std::string{c, 'a'}}) {
+            const std::string thrown =
+                ThrownBy([&] { ParameterSpec::New(name, ParameterType::String); });
+            EXPECT_EQ(thrown == kNothingThrown, expected) << byte;
+        }
+    }
+}
+
 TEST(ParameterSpecTest, New_NameWithNul_Throws) {
     const std::string name = "vm\0name"s;
     EXPECT_EQ(ThrownBy([&] { ParameterSpec::New(name, ParameterType::String); }),

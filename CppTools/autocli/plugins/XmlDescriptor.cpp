@@ -43,7 +43,7 @@ bool IsTrueOrFalse(const std::string& word) {
 
 /// An absent or empty attribute means false.
 bool ReadRequired(_xmlNode* element, const std::string& name) {
-    const std::string word = XmlUtil_ExtractAttribute(element, "required");
+    const std::string word = AttributeOf(element, "required");
     if (!word.empty() && !IsTrueOrFalse(word)) {
         throw CppToolException("Unable to parse Input Paramter " + name +
                                ". Missing or invalid 'required', must be one of ['true', 'false']");
@@ -61,7 +61,7 @@ std::string ReadParameterDescription(_xmlNode* element, const std::string& name)
 }
 
 bool ReadSecret(_xmlNode* element, const std::string& name, const std::string& type) {
-    const std::string word = XmlUtil_ExtractAttribute(element, "secret");
+    const std::string word = AttributeOf(element, "secret");
     if (!word.empty() && !IsTrueOrFalse(word)) {
         throw CppToolException("Unable to parse Input Paramter " + name +
                                ". Invalid 'secret', must be one of ['true', 'false']");
@@ -86,10 +86,10 @@ void AddConstraint(_xmlNode* element, ParameterSpec& parameter) {
 using ConstraintBuilder = std::shared_ptr<ParameterConstraint> (*)(_xmlNode*);
 
 std::shared_ptr<ParameterConstraint> BuildStringEnum(_xmlNode* element) {
-    const auto entries = ExtractEnum(element);
+    auto entries = ExtractEnum(element);
     auto constraint = ParameterConstraint::New(ParameterConstraintType::StringEnum);
-    for (const auto& [value, description] : entries) {
-        constraint->AddStringEnum(value, description);
+    for (auto& [value, description] : entries) {
+        constraint->AddStringEnum(std::move(value), std::move(description));
     }
     return entries.empty() ? nullptr : constraint;
 }
@@ -120,8 +120,8 @@ std::shared_ptr<ParameterConstraint> BuildRegex(_xmlNode* element) {
 }
 
 std::shared_ptr<ParameterConstraint> BuildRange(_xmlNode* element) {
-    const std::string minText = XmlUtil_ExtractAttribute(element, "min");
-    const std::string maxText = XmlUtil_ExtractAttribute(element, "max");
+    const std::string minText = AttributeOf(element, "min");
+    const std::string maxText = AttributeOf(element, "max");
     long min = 0;
     long max = 0;
     if (!CallSpec::ReadLeadingInteger(minText, min) ||
@@ -172,23 +172,22 @@ std::shared_ptr<CallSpec::InputSpec> ExtractInputSpec(_xmlNode* element) {
 }
 
 std::shared_ptr<ParameterSpec> ExtractInputParam(_xmlNode* element) {
-    const std::string name = XmlUtil_ExtractAttribute(element, "name");
+    const std::string name = AttributeOf(element, "name");
     if (name.empty()) {
         throw CppToolException(
             "Unable to parse Input Parameter.  Missing required attribute: 'name'");
     }
-    const std::string typeWord = XmlUtil_ExtractAttribute(element, "type");
+    const std::string typeWord = AttributeOf(element, "type");
     const ParameterType type = ReadParameterType(typeWord, name);
     const bool required = ReadRequired(element, name);
-    const std::string description = ReadParameterDescription(element, name);
+    std::string description = ReadParameterDescription(element, name);
     const bool secret = ReadSecret(element, name, typeWord);
 
     auto parameter = ParameterSpec::New(name, type);
-    if (const std::string shortName = XmlUtil_ExtractAttribute(element, "shortname");
-        !shortName.empty()) {
+    if (const std::string shortName = AttributeOf(element, "shortname"); !shortName.empty()) {
         parameter->SetShortName(shortName);
     }
-    parameter->SetDescription(description);
+    parameter->SetDescription(std::move(description));
     parameter->SetRequired(required);
     if (secret) {
         parameter->SetSecret(true);
@@ -199,7 +198,7 @@ std::shared_ptr<ParameterSpec> ExtractInputParam(_xmlNode* element) {
 }
 
 std::shared_ptr<ParameterConstraint> ExtractParamConstraint(_xmlNode* element) {
-    const auto& kind = FindConstraintKind(XmlUtil_ExtractAttribute(element, "type"));
+    const auto& kind = FindConstraintKind(AttributeOf(element, "type"));
     std::shared_ptr<ParameterConstraint> constraint;
     ForEachElementNamed(*element, kind.child,
                         [&](_xmlNode* child) { constraint = kind.build(child); });
@@ -218,7 +217,7 @@ std::vector<std::pair<std::string, std::string>> ExtractEnum(_xmlNode* element) 
                 "Found unexpected tag while building an enum.  Unexpected tag was: " +
                 std::string(NodeName(*child)));
         }
-        const std::string value = XmlUtil_ExtractAttribute(child, "value");
+        const std::string value = AttributeOf(child, "value");
         if (value.empty()) {
             throw CppToolException(
                 "Error parsing 'enum-value', missing required attribute 'value'");
@@ -255,7 +254,7 @@ void ExtractFormatParams(_xmlNode* element, CommandSpec& command) {
             }
             command.SetDefaultOutputFormatter(XmlUtil_GetContent(child));
         } else if (NodeName(*child) == "format-parameter") {
-            command.SetDefaultOutputParameter(XmlUtil_ExtractAttribute(child, "name"),
+            command.SetDefaultOutputParameter(AttributeOf(child, "name"),
                                               XmlUtil_GetContent(child));
         }
     });
@@ -268,7 +267,7 @@ void ExtractMetaData(_xmlNode* element) {
                 "Found unexpected tag while building meta-data set.  Unexpected tag was: " +
                 std::string(NodeName(*child)));
         }
-        const bool hasName = !XmlUtil_ExtractAttribute(child, "name").empty();
+        const bool hasName = !AttributeOf(child, "name").empty();
         ForEachContent(*child, [&](const char* /*text*/) {
             if (!hasName) {
                 throw CppToolException(

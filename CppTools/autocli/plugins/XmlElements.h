@@ -3,6 +3,7 @@
 #include <libxml/tree.h>
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace CppTools::AutoCli {
@@ -16,6 +17,22 @@ using XmlDocument = std::unique_ptr<xmlDoc, XmlDocumentDeleter>;
 /// The node's name; empty for nodes that have none, as sections of character data do.
 inline std::string_view NodeName(const xmlNode& node) {
     return node.name != nullptr ? reinterpret_cast<const char*>(node.name) : std::string_view();
+}
+
+/// The value of an attribute; empty when there is none. Most values are one text, which is read
+/// where it stands; those with entities in them or from a document type are put together first.
+inline std::string AttributeOf(const xmlNode* element, const char* name) {
+    const auto* const key = reinterpret_cast<const xmlChar*>(name);
+    const auto* const attribute = xmlHasProp(element, key);
+    if (attribute == nullptr) {
+        return {};
+    }
+    if (attribute->type == XML_ATTRIBUTE_NODE && attribute->children != nullptr &&
+        attribute->children->next == nullptr && attribute->children->type == XML_TEXT_NODE) {
+        return reinterpret_cast<const char*>(attribute->children->content);
+    }
+    const std::unique_ptr<xmlChar, void (*)(void*)> value(xmlGetProp(element, key), xmlFree);
+    return value ? reinterpret_cast<const char*>(value.get()) : std::string();
 }
 
 /// Whether the node counts as an element: one by kind, and not named as texts and comments are.

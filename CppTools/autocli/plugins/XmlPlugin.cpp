@@ -4,12 +4,18 @@
 #include <CppTools/autocli/plugins/NoFormatters.h>
 #include <CppTools/autocli/plugins/XmlDescriptor.h>
 #include <CppTools/autocli/plugins/XmlElements.h>
+#include <CppTools/autocli/plugins/XmlNodeTree.h>
 #include <CppTools/autocli/plugins/XmlPlugin.h>
 #include <CppTools/autocli/plugins/XmlUtil.h>
+#include <CppTools/host/RegularFile.h>
 #include <CppTools/metaobj/CppToolException.h>
 
 #include <libxml/parser.h>
 #include <libxml/xmlversion.h>
+
+#include <list>
+#include <optional>
+#include <string_view>
 
 namespace CppTools::AutoCli {
 
@@ -17,15 +23,26 @@ namespace {
 
 constexpr const char* kVersion = "1.0.0";
 
-std::list<std::string> SplitPath(const std::string& path) {
-    const auto parts = SplitTokens(path, '.');
-    return {parts.begin(), parts.end()};
+/// A dotted path in two: what leads to the parent, with its last dot, and the node's own name. A
+/// dot at the end of the whole path does not count.
+struct PathPieces {
+    std::string_view parents;
+    std::string name;
+};
+
+PathPieces SplitPath(std::string_view path) {
+    if (path.ends_with('.')) {
+        path.remove_suffix(1);
+    }
+    const std::size_t parentsSize = path.rfind('.') + 1;
+    return {path.substr(0, parentsSize), std::string(path.substr(parentsSize))};
 }
 
-std::string TakeLast(std::list<std::string>& parts) {
-    std::string last = std::move(parts.back());
-    parts.pop_back();
-    return last;
+/// The root element of a file that is a plain document; null for any other, and nothing is said
+/// about the reason. Only regular files are read, since the others cannot be read again.
+xmlNode* ReadPlainFile(const std::string& path, XmlNodeTree& tree) {
+    const auto text = Host::ReadRegularFile(path);
+    return text ? tree.Read(*text) : nullptr;
 }
 
 /// The element that a command cannot do without.
@@ -43,9 +60,9 @@ std::shared_ptr<ExtensionCommand> BuildCommand(_xmlNode* element, const std::str
         throw CppToolException("Invalid command specification found.  <command> tags must have a "
                                "non-empty 'path' attribute");
     }
-    const std::string description = XmlUtil_GetContentForChildByTag(element, "description");
+    std::string description = XmlUtil_GetContentForChildByTag(element, "description");
     auto command = ExtensionCommand::New();
-    command->SetDescription(description);
+    command->SetDescription(std::move(description));
     if (auto* const metaData = XmlUtil_FindChildNode(element, "meta-data")) {
         ExtractMetaData(metaData);
     }
@@ -67,20 +84,61 @@ bool AreNamespaces(NamespaceNode& one, NamespaceNode& other) {
            other.GetType() == NamespaceNode::kNamespaceType;
 }
 
+std::shared_ptr<NamespaceNode> Resolve(const std::vector<std::string>& names, NamespaceNode& root) {
+    std::list<std::string> path(names.begin(), names.end());
+    return root.ResolveNode(path);
+}
+
 /// Where a node is to be registered, as far as the tree already goes; empty when an earlier
 /// entry of the same descriptor has yet to create it.
-std::shared_ptr<NamespaceNode> FindParent(std::list<std::string> parts, Namespace& root) {
-    if (parts.empty()) {
+std::shared_ptr<NamespaceNode> FindParent(const std::string& parents, NamespaceNode& root) {
+    if (parents.empty()) {
         return root.GetThis();
     }
+    const auto names = SplitTokens(parents, '.');
+    if (!root.HasNamespaceNode(names.front())) {
+        return nullptr;
+    }
     try {
-        return root.ResolveNode(parts);
+        return Resolve(names, root);
     } catch (const CppToolException&) {
         return nullptr;
     }
 }
 
+/// The parent that must be there by now.
+std::shared_ptr<NamespaceNode> RequireParent(const std::string& parents, NamespaceNode& root) {
+    auto parent = Resolve(SplitTokens(parents, '.'), root);
+    return parent ? parent : root.GetThis();
+}
+
 } // namespace
+
+/// Looks parents up one after the other. Most entries stand in the namespace of the entry before
+/// them, so the last answer is kept.
+class XmlPlugin::Parents {
+  public:
+    using Lookup = std::shared_ptr<NamespaceNode> (*)(const std::string&, NamespaceNode&);
+
+    Parents(Lookup lookUp, NamespaceNode& root) : lookUp_(lookUp), root_(root) {}
+
+    const std::shared_ptr<NamespaceNode>& Of(std::string_view parents) {
+        if (!asked_ || *asked_ != parents) {
+            asked_.reset();
+            parent_ = lookUp_(std::string(parents), root_);
+            asked_ = parents;
+        }
+        return parent_;
+    }
+
+    const NamespaceNode& Root() const { return root_; }
+
+  private:
+    Lookup lookUp_;
+    NamespaceNode& root_;
+    std::optional<std::string> asked_;
+    std::shared_ptr<NamespaceNode> parent_;
+};
 
 XmlPlugin::XmlPlugin(const std::string& path) : path_(path) {}
 
@@ -102,8 +160,13 @@ void XmlPlugin::Initialize() {
 
 void XmlPlugin::ReadDescriptor() {
     LIBXML_TEST_VERSION
-    const XmlDocument document(xmlReadFile(path_.c_str(), nullptr, 0));
-    auto* const root = document ? xmlDocGetRootElement(document.get()) : nullptr;
+    XmlNodeTree tree;
+    XmlDocument document;
+    auto* root = ReadPlainFile(path_, tree);
+    if (root == nullptr) {
+        document.reset(xmlReadFile(path_.c_str(), nullptr, 0));
+        root = document ? xmlDocGetRootElement(document.get()) : nullptr;
+    }
     if (root == nullptr) {
         throw CppToolException("Unable to parse XML descriptor: " + path_);
     }
@@ -118,6 +181,7 @@ void XmlPlugin::ReadDescriptor() {
     if (commands != nullptr) {
         AddCommands(commands);
     }
+    registrations_.shrink_to_fit();
     if (namespaces == nullptr && commands == nullptr) {
         throw CppToolException("Unable to find any namespaces or commands to register for plugin " +
                                path_);
@@ -129,14 +193,14 @@ void XmlPlugin::AddNamespaces(_xmlNode* namespaces) {
 }
 
 void XmlPlugin::AddNamespace(_xmlNode* element) {
-    std::string path = XmlUtil_ExtractAttribute(element, "path");
-    const std::string description = XmlUtil_GetContentForChildByTag(element, "description");
+    std::string path = AttributeOf(element, "path");
+    std::string description = XmlUtil_GetContentForChildByTag(element, "description");
     if (path.empty() || description.empty()) {
         throw CppToolException("Unable to register a namespace without valid 'path' attribute or "
                                "<description> being present.");
     }
     auto created = Namespace::New();
-    created->SetDescription(description);
+    created->SetDescription(std::move(description));
     registrations_.emplace_back(std::move(path), std::move(created));
 }
 
@@ -145,7 +209,7 @@ void XmlPlugin::AddCommands(_xmlNode* commands) {
 }
 
 void XmlPlugin::AddCommand(_xmlNode* element) {
-    const std::string path = XmlUtil_ExtractAttribute(element, "path");
+    const std::string path = AttributeOf(element, "path");
     try {
         registrations_.emplace_back(path, BuildCommand(element, path));
     } catch (const CppToolException& failure) {
@@ -159,15 +223,17 @@ const std::string& XmlPlugin::GetName() const {
 }
 
 void XmlPlugin::RegisterNamespaces(std::shared_ptr<Namespace> root) {
+    Parents found(FindParent, *root);
     for (const auto& registration : registrations_) {
-        CheckRegistration(registration, *root);
+        CheckRegistration(registration, found);
     }
+    Parents required(RequireParent, *root);
     for (const auto& registration : registrations_) {
-        Register(registration, root);
+        Register(registration, required);
     }
 }
 
-void XmlPlugin::CheckRegistration(const Registration& registration, Namespace& root) const {
+void XmlPlugin::CheckRegistration(const Registration& registration, Parents& parents) const {
     const auto& [path, node] = registration;
     if (path.empty()) {
         throw CppToolException("Invalid NULL registration found in XML plugin: " + path_ +
@@ -176,14 +242,13 @@ void XmlPlugin::CheckRegistration(const Registration& registration, Namespace& r
     if (!node) {
         throw CppToolException("Invalid null node: " + path);
     }
-    auto parts = SplitPath(path);
-    const std::string name = TakeLast(parts);
-    const auto parent = FindParent(std::move(parts), root);
-    const auto existing = parent ? parent->GetNamespaceNode(name) : nullptr;
+    const auto pieces = SplitPath(path);
+    const auto& parent = parents.Of(pieces.parents);
+    const auto existing = parent ? parent->GetNamespaceNode(pieces.name) : nullptr;
     if (!existing) {
         return;
     }
-    if (parent.get() != &root || !AreNamespaces(*existing, *node)) {
+    if (parent.get() != &parents.Root() || !AreNamespaces(*existing, *node)) {
         throw CppToolException("Tandril path is already registered: " + path);
     }
     if (existing->GetDescription() != node->GetDescription()) {
@@ -192,22 +257,18 @@ void XmlPlugin::CheckRegistration(const Registration& registration, Namespace& r
     }
 }
 
-void XmlPlugin::Register(const Registration& registration, const std::shared_ptr<Namespace>& root) {
+void XmlPlugin::Register(const Registration& registration, Parents& parents) {
     const auto& [path, node] = registration;
-    auto parts = SplitPath(path);
-    const std::string name = TakeLast(parts);
-    auto parent = root->ResolveNode(parts);
-    if (!parent) {
-        parent = root;
-    }
-    if (parent == root) {
-        const auto existing = root->GetNamespaceNode(name);
+    const auto pieces = SplitPath(path);
+    const auto& parent = parents.Of(pieces.parents);
+    if (parent.get() == &parents.Root()) {
+        const auto existing = parent->GetNamespaceNode(pieces.name);
         if (existing && AreNamespaces(*existing, *node) &&
             existing->GetDescription() == node->GetDescription()) {
             return;
         }
     }
-    parent->RegisterNamespaceNode(node, name);
+    parent->RegisterNamespaceNode(node, pieces.name);
 }
 
 bool XmlPlugin::HasFormatter(const std::string& /*name*/) {

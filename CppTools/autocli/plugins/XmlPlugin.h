@@ -2,8 +2,9 @@
 
 #include <CppTools/autocli/plugins/Plugin.h>
 
-#include <list>
+#include <string>
 #include <utility>
+#include <vector>
 
 struct _xmlNode;
 
@@ -53,11 +54,12 @@ class CPPTOOLS_EXPORT XmlPlugin : public Plugin {
     void AddCommands(_xmlNode* commands);
     void AddCommand(_xmlNode* element);
 
-    void CheckRegistration(const Registration& registration, Namespace& root) const;
-    static void Register(const Registration& registration, const std::shared_ptr<Namespace>& root);
+    class Parents;
+    void CheckRegistration(const Registration& registration, Parents& parents) const;
+    static void Register(const Registration& registration, Parents& parents);
 
     std::string path_;
-    std::list<Registration> registrations_;
+    std::vector<Registration> registrations_;
 };
 
 } // namespace CppTools::AutoCli

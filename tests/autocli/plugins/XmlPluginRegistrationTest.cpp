@@ -97,6 +97,39 @@ TEST_F(XmlPluginRegistrationTest, Register_CommandsMayLandInNamespacesOfOtherPlu
     EXPECT_NE(NodeAt<ExtensionCommand>(root_, {"system", "disk", "show"}), nullptr);
 }
 
+struct DotsRow : NamedRow {
+    std::string path;
+    std::string message;
+};
+
+class XmlPluginDotsTest : public XmlPluginRegistrationTest,
+                          public testing::WithParamInterface<DotsRow> {};
+
+TEST_P(XmlPluginDotsTest, Register_EachDotEndsAName) {
+    Register(Namespaces(NamespaceElement("top", "T.")));
+    EXPECT_EQ(RefusalOf(Namespaces(NamespaceElement(GetParam().path, "N."))), GetParam().message);
+    EXPECT_EQ(root_->GetNamespaceNodeNames(), Texts{"top"});
+}
+
+const std::string kEmptyName = "Invalid name for namespace '', must be a name consisting of "
+                               "letters and numbers and must conform to 'camel' casing.";
+const std::string kEmptyParent =
+    "Unable to find a command or namespace with the name '' in namespace ";
+
+INSTANTIATE_TEST_SUITE_P(Paths, XmlPluginDotsTest,
+                         testing::Values(DotsRow{{"Alone"}, ".", kEmptyName},
+                                         DotsRow{{"Two"}, "..", kEmptyParent},
+                                         DotsRow{{"Three"}, "...", kEmptyParent},
+                                         DotsRow{{"InFront"}, ".new", kEmptyParent},
+                                         DotsRow{{"TwoBehind"}, "top..", kEmptyName},
+                                         DotsRow{{"TwoBetween"}, "top..new", kEmptyParent + "top"}),
+                         kRowName);
+
+TEST_F(XmlPluginRegistrationTest, Register_ADotBehindThePathDoesNotCount) {
+    Register(Namespaces(NamespaceElement("top.", "T.") + NamespaceElement("top.new.", "N.")));
+    EXPECT_EQ(NodeAt(root_, {"top", "new"})->GetDescription(), "N.");
+}
+
 TEST_F(XmlPluginRegistrationTest, Register_TheSameTopLevelNamespaceIsShared) {
     Register(Descriptor(NamespacesElement(NamespaceElement("storage", "Disks.")) +
                         CommandsElement(CommandElementAt("storage.first"))));

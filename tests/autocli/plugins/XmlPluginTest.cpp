@@ -2,12 +2,18 @@
 
 #include <gtest/gtest.h>
 #include <tests/support/CommandDescriptor.h>
+#include <tests/support/StreamCapture.h>
 #include <tests/support/TempDirectory.h>
 #include <tests/support/Thrown.h>
 #include <tests/support/TreeLookup.h>
 
 #include <filesystem>
+#include <fstream>
+#include <libxml/parser.h>
+#include <libxml/tree.h>
 #include <string>
+#include <sys/stat.h>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -49,6 +55,50 @@ TEST(XmlPluginTest, Initialize_DirectoryIsRefused) {
     const std::string path = directory.MakeDirectory("folder.xml");
     EXPECT_EQ(ThrownBy([&] { XmlPlugin::New(path)->Initialize(); }),
               DescriptorMessage(path, "Unable to parse XML descriptor: " + path));
+}
+
+TEST(XmlPluginTest, Initialize_BrokenFile_PrintsTheXmlLibrarysOwnWordsOnce) {
+    const TempDirectory directory;
+    const std::string path = directory.Write("broken.xml", "<plugin>\n<version>1.0.0</plugin>\n");
+    const auto expected =
+        TestSupport::PrintedBy([&] { EXPECT_EQ(xmlReadFile(path.c_str(), nullptr, 0), nullptr); });
+    std::string thrown;
+    const auto printed = TestSupport::PrintedBy(
+        [&] { thrown = ThrownBy([&] { XmlPlugin::New(path)->Initialize(); }); });
+    EXPECT_EQ(thrown, DescriptorMessage(path, "Unable to parse XML descriptor: " + path));
+    EXPECT_NE(expected.err, "");
+    EXPECT_EQ(printed.err, expected.err);
+}
+
+TEST(XmlPluginTest, Initialize_RemarkOnASoundFile_IsPrintedOnceAndTheFileIsRead) {
+    const TempDirectory directory;
+    const std::string path = directory.Write(
+        "remark.xml", "<plugin xmlns=\"relative\"><version>1.0.0</version>" +
+                          NamespacesElement(NamespaceElement("demo", "Words.")) + "</plugin>\n");
+    const auto expected =
+        TestSupport::PrintedBy([&] { xmlFreeDoc(xmlReadFile(path.c_str(), nullptr, 0)); });
+    const auto plugin = XmlPlugin::New(path);
+    const auto printed = TestSupport::PrintedBy([&] { plugin->Initialize(); });
+    EXPECT_NE(expected.err, "");
+    EXPECT_EQ(printed.err, expected.err);
+    const auto root = NewRoot();
+    plugin->RegisterNamespaces(root);
+    EXPECT_EQ(root->GetNamespaceNode("demo")->GetDescription(), "Words.");
+}
+
+TEST(XmlPluginTest, Initialize_Fifo_IsReadLikeAFile) {
+    const TempDirectory directory;
+    const std::string path = directory / "pipe.xml";
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    std::thread writer([&] {
+        std::ofstream(path) << Descriptor(NamespacesElement(NamespaceElement("demo", "Words.")));
+    });
+    const auto plugin = XmlPlugin::New(path);
+    plugin->Initialize();
+    writer.join();
+    const auto root = NewRoot();
+    plugin->RegisterNamespaces(root);
+    EXPECT_EQ(root->GetNamespaceNode("demo")->GetDescription(), "Words.");
 }
 
 TEST(XmlPluginTest, Initialize_TextsOfOtherEncodingsBecomeUtf8) {

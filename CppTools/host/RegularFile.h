@@ -1,0 +1,11 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace CppTools::Host {
+
+/// The whole content of a regular file; nothing when the path names none or it cannot be read.
+std::optional<std::string> ReadRegularFile(const std::string& path);
+
+} // namespace CppTools::Host
