@@ -86,6 +86,40 @@ TEST(XmlPluginTest, Initialize_RemarkOnASoundFile_IsPrintedOnceAndTheFileIsRead)
     EXPECT_EQ(root->GetNamespaceNode("demo")->GetDescription(), "Words.");
 }
 
+TEST(XmlPluginTest, Initialize_CommentsAndInstructions_MayStandEverywhere) {
+    const TempDirectory directory;
+    const auto plugin = XmlPlugin::New(directory.Write(
+        "demo.xml",
+        "<!-- 1 --><?one?>" +
+            Descriptor("<!-- 2 --><?two?><?three 3?>" +
+                       NamespacesElement(NamespaceElement("first", "<!-- 4 -->one") +
+                                         NamespaceElement("second", "one<![CDATA[<two>]]>") +
+                                         NamespaceElement("third", "one<!--two-->") +
+                                         NamespaceElement("fourth", "one<?two three?>"))) +
+            "<!-- 5 -->"));
+    plugin->Initialize();
+    const auto root = NewRoot();
+    plugin->RegisterNamespaces(root);
+    EXPECT_EQ(root->GetNamespaceNode("first")->GetDescription(), "one");
+    EXPECT_EQ(root->GetNamespaceNode("second")->GetDescription(), "<two>");
+    EXPECT_EQ(root->GetNamespaceNode("third")->GetDescription(), "two");
+    EXPECT_EQ(root->GetNamespaceNode("fourth")->GetDescription(), "three");
+}
+
+TEST(XmlPluginTest, Initialize_DescriptorOfElevenMillionBytes_IsReadLikeAnyOther) {
+    const TempDirectory directory;
+    std::string blanks;
+    for (int line = 0; line < 11000; ++line) {
+        blanks += "<!---->" + std::string(992, ' ') + "\n";
+    }
+    const auto plugin = XmlPlugin::New(directory.Write(
+        "demo.xml", Descriptor(blanks + NamespacesElement(NamespaceElement("demo", "Words.")))));
+    plugin->Initialize();
+    const auto root = NewRoot();
+    plugin->RegisterNamespaces(root);
+    EXPECT_EQ(root->GetNamespaceNode("demo")->GetDescription(), "Words.");
+}
+
 TEST(XmlPluginTest, Initialize_Fifo_IsReadLikeAFile) {
     const TempDirectory directory;
     const std::string path = directory / "pipe.xml";
