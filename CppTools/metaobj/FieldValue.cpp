@@ -16,24 +16,27 @@ constexpr std::size_t kLongestWithoutObject = 1024;
 
 } // namespace
 
-FieldValue::FieldValue(std::string&& text)
-    : content_(text.size() > kLongestWithoutObject ? Content(MetaString::New(std::move(text)))
-                                                   : Keep(text)) {
-    text.clear();
-}
-
-FieldValue::Content FieldValue::Keep(std::string_view text) {
+void FieldValue::Set(std::string_view text) {
     if (text.size() > kLongestWithoutObject) {
-        return MetaString::New(std::string(text));
-    }
-    if (text.size() > kRoomInside) {
+        content_ = Object(MetaString::New(std::string(text)));
+    } else if (text.size() > kRoomInside) {
         LongText kept{std::make_unique_for_overwrite<char[]>(text.size()), text.size()};
         std::copy(text.begin(), text.end(), kept.bytes.get());
-        return kept;
+        content_ = std::move(kept);
+    } else {
+        auto& kept = content_.emplace<ShortText>();
+        kept.size = static_cast<std::uint8_t>(text.size());
+        std::copy(text.begin(), text.end(), kept.bytes.begin());
     }
-    ShortText kept{static_cast<std::uint8_t>(text.size()), {}};
-    std::copy(text.begin(), text.end(), kept.bytes.begin());
-    return kept;
+}
+
+void FieldValue::Set(std::string&& text) {
+    if (text.size() > kLongestWithoutObject) {
+        content_ = Object(MetaString::New(std::move(text)));
+    } else {
+        Set(std::string_view(text));
+    }
+    text.clear();
 }
 
 bool FieldValue::IsScalarObject(const MetaObject& object) {

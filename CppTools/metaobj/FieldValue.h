@@ -23,17 +23,19 @@ class FieldValue {
     /// Of a field that is not there.
     FieldValue() = default;
 
-    explicit FieldValue(bool value) : content_(value) {}
+    void Set(bool value) { content_ = value; }
 
-    explicit FieldValue(long value) : content_(value) {}
+    void Set(long value) { content_ = value; }
 
-    explicit FieldValue(std::string_view text) : content_(Keep(text)) {}
+    void Set(std::string_view text);
 
-    /// Keeps a very long text without copying it.
-    explicit FieldValue(std::string&& text);
+    /// Takes the text over; a very long one is not copied.
+    void Set(std::string&& text);
 
     /// `object` must not be empty.
-    explicit FieldValue(std::shared_ptr<MetaObject> object) : content_(std::move(object)) {}
+    void Set(const std::shared_ptr<MetaObject>& object) { content_ = object; }
+
+    void Remove() { content_ = std::monostate(); }
 
     bool IsPresent() const { return !std::holds_alternative<std::monostate>(content_); }
 
@@ -95,8 +97,6 @@ class FieldValue {
 
     using Object = std::shared_ptr<MetaObject>;
     using Content = std::variant<std::monostate, bool, long, ShortText, LongText, Object>;
-
-    static Content Keep(std::string_view text);
 
     /// The kinds of what is kept as such, in the order of the alternatives.
     static constexpr std::array<MetaType, 5> kKeptTypes = {

@@ -125,7 +125,7 @@ void MetaStruct::RemoveField(const std::string& name) {
     if (value == nullptr) {
         return;
     }
-    *value = FieldValue();
+    value->Remove();
     ++removed_;
     if (removed_ > values_.size() / 2) {
         TakeOwnShape();
@@ -142,12 +142,11 @@ void MetaStruct::SetField(const std::string& name, const std::shared_ptr<MetaObj
         throw CppToolException("Invalid NULL value was assigned to the field " + name +
                                " in the structure " + GetTypeName());
     }
-    Store(name, FieldValue(value), documentation);
+    SlotFor(name, documentation).Set(value);
     StructFields::Publish(*value);
 }
 
-void MetaStruct::Store(std::string_view name, FieldValue&& value,
-                       const std::string& documentation) {
+FieldValue& MetaStruct::SlotFor(std::string_view name, const std::string& documentation) {
     const auto* entry = shape_->Find(name, values_.size());
     const std::size_t slot = entry != nullptr ? entry->second.slot : values_.size();
     const bool isNew = StructFields(*this).AtSlot(slot) == nullptr;
@@ -155,18 +154,15 @@ void MetaStruct::Store(std::string_view name, FieldValue&& value,
         CheckNewField(std::string(name));
     }
     if (entry == nullptr || !entry->second.IsDocumentedBy(documentation)) {
-        AddToShape(name, std::move(value), documentation);
-        return;
+        return NewSlotFor(name, documentation);
     }
-    if (slot < values_.size()) {
-        values_[slot] = std::move(value);
-        return;
+    if (slot >= values_.size()) {
+        if (values_.empty()) {
+            values_.reserve(shape_->GetCount());
+        }
+        values_.resize(slot + 1);
     }
-    if (values_.empty()) {
-        values_.reserve(shape_->GetCount());
-    }
-    values_.resize(slot);
-    values_.push_back(std::move(value));
+    return values_[slot];
 }
 
 void MetaStruct::CheckNewField(const std::string& name) const {
@@ -188,15 +184,14 @@ void MetaStruct::CheckNewField(const std::string& name) const {
     }
 }
 
-void MetaStruct::AddToShape(std::string_view name, FieldValue&& value,
-                            const std::string& documentation) {
+FieldValue& MetaStruct::NewSlotFor(std::string_view name, const std::string& documentation) {
     if (shape_->IsPublished()) {
         TakeOwnShape();
     }
     shape_->Set(name, documentation.empty() ? nullptr
                                             : std::make_shared<const std::string>(documentation));
     values_.resize(shape_->GetCount());
-    values_[shape_->Find(name, values_.size() - 1)->second.slot] = std::move(value);
+    return values_[shape_->Find(name, values_.size() - 1)->second.slot];
 }
 
 void MetaStruct::TakeOwnShape() {

@@ -150,11 +150,11 @@ class CPPTOOLS_EXPORT MetaStruct final : public MetaObject {
 
     bool HasSameFields(const MetaStruct& other, std::vector<std::string>* errors) const;
 
-    /// What all forms of `SetField` come down to.
-    void Store(std::string_view name, FieldValue&& value, const std::string& documentation);
+    /// Where the value of a field is to be put, which may not be there yet: what all forms of
+    /// `SetField` come down to.
+    FieldValue& SlotFor(std::string_view name, const std::string& documentation);
     void CheckNewField(const std::string& name) const;
-
-    void AddToShape(std::string_view name, FieldValue&& value, const std::string& documentation);
+    FieldValue& NewSlotFor(std::string_view name, const std::string& documentation);
     void TakeOwnShape();
 
     // In the room that the base class leaves.

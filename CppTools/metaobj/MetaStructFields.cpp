@@ -48,27 +48,27 @@ void MetaStruct::SetField(const std::string& name, const std::shared_ptr<MetaStr
 }
 
 void MetaStruct::SetField(const std::string& name, long value) {
-    Store(name, FieldValue(value), _docEmpty);
+    SlotFor(name, _docEmpty).Set(value);
 }
 
 void MetaStruct::SetField(const std::string& name, int value) {
-    Store(name, FieldValue(static_cast<long>(value)), _docEmpty);
+    SlotFor(name, _docEmpty).Set(static_cast<long>(value));
 }
 
 void MetaStruct::SetField(const std::string& name, bool value) {
-    Store(name, FieldValue(value), _docEmpty);
+    SlotFor(name, _docEmpty).Set(value);
 }
 
 void MetaStruct::SetField(const std::string& name, const std::string& value) {
-    Store(name, FieldValue(std::string_view(value)), _docEmpty);
+    SlotFor(name, _docEmpty).Set(std::string_view(value));
 }
 
 void MetaStruct::SetField(const std::string& name, const char* value) {
-    Store(name, FieldValue(std::string_view(value)), _docEmpty);
+    SlotFor(name, _docEmpty).Set(std::string_view(value));
 }
 
 void MetaStruct::SetField(const std::string& name, std::string&& value) {
-    Store(name, FieldValue(std::move(value)), _docEmpty);
+    SlotFor(name, _docEmpty).Set(std::move(value));
 }
 
 void MetaStruct::SetField(const std::string& name, const std::vector<std::string>& values) {
@@ -112,27 +112,27 @@ void MetaStruct::SetField(const char* name, const std::shared_ptr<MetaString>& v
 }
 
 void MetaStruct::SetField(const char* name, long value) {
-    Store(name, FieldValue(value), _docEmpty);
+    SlotFor(name, _docEmpty).Set(value);
 }
 
 void MetaStruct::SetField(const char* name, int value) {
-    Store(name, FieldValue(static_cast<long>(value)), _docEmpty);
+    SlotFor(name, _docEmpty).Set(static_cast<long>(value));
 }
 
 void MetaStruct::SetField(const char* name, bool value) {
-    Store(name, FieldValue(value), _docEmpty);
+    SlotFor(name, _docEmpty).Set(value);
 }
 
 void MetaStruct::SetField(const char* name, const std::string& value) {
-    Store(name, FieldValue(std::string_view(value)), _docEmpty);
+    SlotFor(name, _docEmpty).Set(std::string_view(value));
 }
 
 void MetaStruct::SetField(const char* name, const char* value) {
-    Store(name, FieldValue(std::string_view(value)), _docEmpty);
+    SlotFor(name, _docEmpty).Set(std::string_view(value));
 }
 
 void MetaStruct::SetField(const char* name, std::string&& value) {
-    Store(name, FieldValue(std::move(value)), _docEmpty);
+    SlotFor(name, _docEmpty).Set(std::move(value));
 }
 
 void MetaStruct::SetField(const char* name, const std::vector<std::string>& values) {

@@ -76,10 +76,7 @@ void StructShape::Publish(const std::shared_ptr<StructShape>& shape) {
     }
 }
 
-const StructShape::Entry* StructShape::Find(std::string_view name, std::size_t likelySlot) const {
-    if (likelySlot < bySlot_.size() && bySlot_[likelySlot]->first == name) {
-        return bySlot_[likelySlot];
-    }
+const StructShape::Entry* StructShape::FindByName(std::string_view name) const {
     const auto found = fields_.find(name);
     return found != fields_.end() ? &*found : nullptr;
 }

@@ -65,7 +65,11 @@ class StructShape {
 
     /// Null for an unknown name. `likelySlot` is looked at first: structures of one type are
     /// mostly filled in one order.
-    const Entry* Find(std::string_view name, std::size_t likelySlot = 0) const;
+    const Entry* Find(std::string_view name, std::size_t likelySlot = 0) const {
+        return likelySlot < bySlot_.size() && bySlot_[likelySlot]->first == name
+                   ? bySlot_[likelySlot]
+                   : FindByName(name);
+    }
 
     const Entry& AtSlot(std::size_t slot) const { return *bySlot_[slot]; }
 
@@ -73,6 +77,8 @@ class StructShape {
     void Set(std::string_view name, std::shared_ptr<const std::string> documentation);
 
   private:
+    const Entry* FindByName(std::string_view name) const;
+
     std::shared_ptr<const StructType> type_;
     Fields fields_;
     std::vector<Entry*> bySlot_;
