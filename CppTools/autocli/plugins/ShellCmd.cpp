@@ -13,8 +13,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 namespace CppTools::AutoCli {
 
@@ -24,6 +26,9 @@ constexpr const char* kShell = "/bin/sh";
 
 /// What one read takes at most: as much as a pipe holds.
 constexpr std::size_t kReadSize = 65536;
+
+/// What the pipe of a child that prints much is to hold: the most that the system grants everybody.
+constexpr int kLargePipe = 1048576;
 
 CommandExecListener commandExecListener = nullptr;
 ChildRpZornOptionMaker childRpZornOptionMaker = nullptr;
@@ -133,12 +138,19 @@ void MakeRoom(std::string& text) {
     }
 }
 
-void ReadAll(const Host::FileDescriptor& descriptor, std::string& text) {
+/// A child that has filled the pipe is likely to go on; with a larger one the two take turns less
+/// often. Where the system refuses, all goes on as before.
+void Enlarge(const Host::FileDescriptor& pipe) {
+    fcntl(pipe.Get(), F_SETPIPE_SZ, kLargePipe);
+}
+
+void ReadAll(const Host::FileDescriptor& pipe, std::string& text) {
+    bool isLarge = false;
     while (true) {
         const std::size_t size = text.size();
         MakeRoom(text);
         text.resize(size + kReadSize);
-        const ssize_t count = read(descriptor.Get(), text.data() + size, kReadSize);
+        const ssize_t count = read(pipe.Get(), text.data() + size, kReadSize);
         const int error = errno;
         text.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
         if (count == 0) {
@@ -146,6 +158,9 @@ void ReadAll(const Host::FileDescriptor& descriptor, std::string& text) {
         }
         if (count < 0 && error != EINTR) {
             Fail("Unable to read from sub-process: ", error);
+        }
+        if (count == kReadSize && !std::exchange(isLarge, true)) {
+            Enlarge(pipe);
         }
     }
 }
