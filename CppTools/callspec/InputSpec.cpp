@@ -9,9 +9,20 @@ namespace CppTools::CallSpec {
 
 namespace {
 
-bool NameIsLess(const std::shared_ptr<ParameterSpec>& parameter, const std::string& name) {
-    return parameter->GetName() < name;
-}
+/// Up to so many parameters are kept in order one by one, which takes no other memory.
+constexpr std::size_t kFew = 64;
+
+struct NameIsLess {
+    using Parameter = std::shared_ptr<ParameterSpec>;
+
+    bool operator()(const Parameter& parameter, const std::string& name) const {
+        return parameter->GetName() < name;
+    }
+
+    bool operator()(const Parameter& one, const Parameter& other) const {
+        return one->GetName() < other->GetName();
+    }
+};
 
 void RequireNoClash(const ParameterSpec& added, const ParameterSpec& present) {
     if (added.GetName() == present.GetName()) {
@@ -36,21 +47,47 @@ void InputSpec::AddParameter(const std::shared_ptr<ParameterSpec>& parameter) {
         throw CppToolException("Parameter name must be at least 2 characters");
     }
     // Few parameters have a short name; the names of all others are looked up.
-    const auto place =
-        std::lower_bound(parameters_.begin(), parameters_.end(), parameter->GetName(), NameIsLess);
-    const bool isDuplicate =
-        place != parameters_.end() && (*place)->GetName() == parameter->GetName();
-    if (isDuplicate || !parameter->GetShortName().empty()) {
-        for (const auto& present : parameters_) {
+    if (HasName(parameter->GetName()) || !parameter->GetShortName().empty()) {
+        for (const auto& present : GetParameters()) {
             RequireNoClash(*parameter, *present);
         }
     }
-    parameters_.insert(place, parameter);
+    if (parameters_.size() < kFew) {
+        const auto place = std::lower_bound(parameters_.begin(), parameters_.end(),
+                                            parameter->GetName(), NameIsLess());
+        parameters_.insert(place, parameter);
+    } else {
+        AddToMany(parameter);
+    }
+}
+
+void InputSpec::AddToMany(const std::shared_ptr<ParameterSpec>& parameter) {
+    if (namesOfMany_.empty()) {
+        for (const auto& present : parameters_) {
+            namesOfMany_.insert(present->GetName());
+        }
+    }
+    parameters_.push_back(parameter);
+    namesOfMany_.insert(parameter->GetName());
+    isInOrder_ = false;
+}
+
+const std::vector<std::shared_ptr<ParameterSpec>>& InputSpec::GetParameters() const {
+    if (!isInOrder_) {
+        std::sort(parameters_.begin(), parameters_.end(), NameIsLess());
+        isInOrder_ = true;
+    }
+    return parameters_;
+}
+
+bool InputSpec::HasName(const std::string& name) const {
+    return namesOfMany_.empty() ? FindParameter(name) != nullptr : namesOfMany_.contains(name);
 }
 
 std::shared_ptr<ParameterSpec> InputSpec::FindParameter(const std::string& name) const {
-    const auto found = std::lower_bound(parameters_.begin(), parameters_.end(), name, NameIsLess);
-    const bool isFound = found != parameters_.end() && (*found)->GetName() == name;
+    const auto& parameters = GetParameters();
+    const auto found = std::lower_bound(parameters.begin(), parameters.end(), name, NameIsLess());
+    const bool isFound = found != parameters.end() && (*found)->GetName() == name;
     return isFound ? *found : nullptr;
 }
 
@@ -77,7 +114,7 @@ bool InputSpec::Validate(const std::shared_ptr<Input>& input,
             valid = parameter->Validate(values, output) && valid;
         }
     }
-    for (const auto& parameter : parameters_) {
+    for (const auto& parameter : GetParameters()) {
         if (parameter->IsRequired() && !input->HasParameter(parameter->GetName())) {
             output->AddErrorMessage("Missing required parameter --" + parameter->GetName());
             valid = false;

@@ -3,6 +3,7 @@
 #include <CppTools/callspec/ParameterSpec.h>
 
 #include <set>
+#include <string_view>
 
 namespace CppTools::CallSpec {
 
@@ -13,15 +14,15 @@ class CPPTOOLS_EXPORT InputSpec {
   public:
     static std::shared_ptr<InputSpec> New();
 
-    /// Adds a parameter, which must not be null. The specification is unchanged when this
-    /// throws:
+    /// Adds a parameter, which must not be null. Logarithmic. The specification is unchanged when
+    /// this throws:
     /// - "Parameter name must be at least 2 characters";
     /// - "Found a duplicate paramater specification for parameter named 'N'";
     /// - "Invalid short name specified for --N. The short name -S is already used for --M".
     void AddParameter(const std::shared_ptr<ParameterSpec>& parameter);
 
     /// In ascending name order; valid until a parameter is added.
-    const std::vector<std::shared_ptr<ParameterSpec>>& GetParameters() const { return parameters_; }
+    const std::vector<std::shared_ptr<ParameterSpec>>& GetParameters() const;
 
     /// The parameter of that long name, or empty. Logarithmic.
     std::shared_ptr<ParameterSpec> FindParameter(const std::string& name) const;
@@ -35,7 +36,13 @@ class CPPTOOLS_EXPORT InputSpec {
     bool Validate(const std::shared_ptr<Input>& input, const std::shared_ptr<Output>& output) const;
 
   private:
-    std::vector<std::shared_ptr<ParameterSpec>> parameters_;
+    bool HasName(const std::string& name) const;
+    void AddToMany(const std::shared_ptr<ParameterSpec>& parameter);
+
+    /// In order, unless there are many: these are put in order when somebody looks at them.
+    mutable std::vector<std::shared_ptr<ParameterSpec>> parameters_;
+    mutable bool isInOrder_ = true;
+    std::set<std::string_view> namesOfMany_; ///< Of all parameters, when there are many.
     std::set<std::string> supportedContexts_;
 };
 

@@ -164,6 +164,51 @@ TEST(InputSpecTest, AddParameter_ClashesWithTwoPresentOnes_ReportsTheFirstInName
               "Found a duplicate paramater specification for parameter named 'alpha'");
 }
 
+/// Names in an order that has nothing to do with their own.
+Messages ShuffledNames(int count) {
+    Messages names;
+    for (int i = 0; i < count; ++i) {
+        names.push_back("name" + std::to_string(1000 + i * 37 % count));
+    }
+    return names;
+}
+
+TEST(InputSpecTest, AddParameter_Hundreds_AreListedInNameOrderWheneverAsked) {
+    for (const int askedEvery : {1, 7, 1000}) {
+        auto spec = InputSpec::New();
+        Messages expected;
+        for (const auto& name : ShuffledNames(300)) {
+            spec->AddParameter(Parameter(name));
+            expected.insert(std::lower_bound(expected.begin(), expected.end(), name), name);
+            if (expected.size() % static_cast<std::size_t>(askedEvery) == 0) {
+                ASSERT_EQ(NamesOf(*spec), expected);
+            }
+        }
+        EXPECT_EQ(NamesOf(*spec), expected);
+        EXPECT_EQ(spec->FindParameter("name1299")->GetName(), "name1299");
+        EXPECT_EQ(spec->FindParameter("name1300"), nullptr);
+    }
+}
+
+TEST(InputSpecTest, AddParameter_HundredsWithAClash_ThrowsAndChangesNothing) {
+    auto spec = InputSpec::New();
+    spec->AddParameter(WithShortName("name1150x", "s"));
+    for (const auto& name : ShuffledNames(300)) {
+        spec->AddParameter(Parameter(name));
+    }
+    EXPECT_EQ(ThrownBy([&] { spec->AddParameter(Parameter("name1007")); }),
+              "Found a duplicate paramater specification for parameter named 'name1007'");
+    EXPECT_EQ(ThrownBy([&] { spec->AddParameter(WithShortName("other", "s")); }),
+              "Invalid short name specified for --other. The short name -s is already used for "
+              "--name1150x");
+    EXPECT_EQ(ThrownBy([&] { spec->AddParameter(WithShortName("name1100", "s")); }),
+              "Found a duplicate paramater specification for parameter named 'name1100'");
+    EXPECT_EQ(ThrownBy([&] { spec->AddParameter(WithShortName("name1200", "s")); }),
+              "Invalid short name specified for --name1200. The short name -s is already used for "
+              "--name1150x");
+    EXPECT_EQ(spec->GetParameters().size(), 301U);
+}
+
 TEST(InputSpecTest, FindParameter_KnowsExactLongNamesOnly) {
     const auto parameter = WithShortName("name", "n");
     const auto spec = SpecOf({Parameter("alpha"), parameter, Parameter("zeta")});
