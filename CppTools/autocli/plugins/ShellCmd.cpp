@@ -16,7 +16,6 @@
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
-#include <utility>
 
 namespace CppTools::AutoCli {
 
@@ -130,6 +129,18 @@ void WriteAll(const Host::FileDescriptor& descriptor, const std::string& text) {
     }
 }
 
+/// Reads at most `kReadSize` bytes; none at the end.
+std::size_t ReadSome(const Host::FileDescriptor& pipe, char* buffer) {
+    ssize_t count = 0;
+    do {
+        count = read(pipe.Get(), buffer, kReadSize);
+    } while (count < 0 && errno == EINTR);
+    if (count < 0) {
+        Fail("Unable to read from sub-process: ", errno);
+    }
+    return static_cast<std::size_t>(count);
+}
+
 /// Makes room for another read. Room that is never used costs no memory, but moving a large text
 /// to a larger place does; so it grows by more than the usual factor of two.
 void MakeRoom(std::string& text) {
@@ -138,29 +149,28 @@ void MakeRoom(std::string& text) {
     }
 }
 
-/// A child that has filled the pipe is likely to go on; with a larger one the two take turns less
-/// often. Where the system refuses, all goes on as before.
-void Enlarge(const Host::FileDescriptor& pipe) {
+/// Reads what follows of a large output, each piece straight to its place.
+void ReadMuch(const Host::FileDescriptor& pipe, std::string& text) {
+    // With a larger pipe reader and writer take turns less often. Where the system refuses one,
+    // all goes on as before.
     fcntl(pipe.Get(), F_SETPIPE_SZ, kLargePipe);
-}
-
-void ReadAll(const Host::FileDescriptor& pipe, std::string& text) {
-    bool isLarge = false;
-    while (true) {
+    std::size_t count = 0;
+    do {
         const std::size_t size = text.size();
         MakeRoom(text);
         text.resize(size + kReadSize);
-        const ssize_t count = read(pipe.Get(), text.data() + size, kReadSize);
-        const int error = errno;
-        text.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-        if (count == 0) {
+        count = ReadSome(pipe, text.data() + size);
+        text.resize(size + count);
+    } while (count > 0);
+}
+
+void ReadAll(const Host::FileDescriptor& pipe, std::string& text) {
+    std::array<char, kReadSize> buffer;
+    while (const std::size_t count = ReadSome(pipe, buffer.data())) {
+        text.append(buffer.data(), count);
+        if (count == kReadSize) {
+            ReadMuch(pipe, text);
             return;
-        }
-        if (count < 0 && error != EINTR) {
-            Fail("Unable to read from sub-process: ", error);
-        }
-        if (count == kReadSize && !std::exchange(isLarge, true)) {
-            Enlarge(pipe);
         }
     }
 }
