@@ -197,6 +197,17 @@ TEST(MetaStructFieldsTest, SetField_CommonValue_StoresTheSharedInstance) {
     EXPECT_EQ(structure->GetField("string"), MetaString::New());
 }
 
+TEST(MetaStructFieldsTest, SetField_String_IsCopiedWhateverItsLength) {
+    for (const std::size_t length : {0U, 1U, 15U, 16U, 1024U, 1025U, 100000U}) {
+        const std::string text(length, 'x');
+        const auto structure = MetaStruct::New("Row");
+        structure->SetField("f", text);
+        structure->SetField("g", text.c_str());
+        EXPECT_EQ(structure->GetField("f")->ToString(), text);
+        EXPECT_EQ(structure->GetField("g")->ToString(), text);
+    }
+}
+
 TEST(MetaStructFieldsTest, SetField_MovedString_IsTakenOverWhateverItsLength) {
     for (const std::size_t length : {1U, 15U, 16U, 1024U, 1025U, 100000U}) {
         std::string text(length, 'x');

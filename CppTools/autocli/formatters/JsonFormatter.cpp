@@ -72,6 +72,9 @@ class JsonWriter {
         (out_ << '\n').Indent(level) << ']';
     }
 
+    /// Hands over what is written, and throws what the stream does.
+    void Finish() { out_.Flush(); }
+
     void WriteFailure(MetaType kind) { out_ << ConversionFailure(kind) << '\n'; }
 
     void WriteUnknown() { out_ << "Unknown data type\n"; }
@@ -100,6 +103,7 @@ void JsonFormatter::Format(std::shared_ptr<MetaObject> value, std::ostream& out,
     if (value) {
         JsonWriter writer(out);
         Dispatch(*value, writer, level);
+        writer.Finish();
     }
 }
 

@@ -57,6 +57,9 @@ class PythonWriter {
         out_ << ']';
     }
 
+    /// Hands over what is written, and throws what the stream does.
+    void Finish() { out_.Flush(); }
+
     void WriteFailure(MetaType kind) { out_ << ConversionFailure(kind) << '\n'; }
 
     void WriteUnknown() { out_ << "Unknown data type\n"; }
@@ -87,6 +90,7 @@ void PythonFormatter::Format(std::shared_ptr<MetaObject> value, std::ostream& ou
     }
     PythonWriter writer(out);
     Dispatch(*value, writer, level);
+    writer.Finish();
 }
 
 bool PythonFormatter::IsAllAscii(const std::string& text) {

@@ -94,6 +94,9 @@ class SimpleWriter {
         out_ << '\n';
     }
 
+    /// Hands over what is written, and throws what the stream does.
+    void Finish() { out_.Flush(); }
+
     void WriteFailure(MetaType kind) { out_ << ConversionFailure(kind) << '\n'; }
 
     void WriteUnknown() {}
@@ -197,6 +200,7 @@ void SimpleFormatter::Format(std::shared_ptr<MetaObject> value, FormatParameters
     if (value) {
         SimpleWriter writer(params, out);
         Dispatch(*value, writer, level);
+        writer.Finish();
     }
 }
 
@@ -208,6 +212,7 @@ void SimpleFormatter::FormatStruct(std::shared_ptr<MetaStruct> st, FormatParamet
     } else {
         writer.WriteFailure(MetaType::Struct);
     }
+    writer.Finish();
 }
 
 void SimpleFormatter::FormatList(std::shared_ptr<MetaList> list, FormatParameters& params,
@@ -218,6 +223,7 @@ void SimpleFormatter::FormatList(std::shared_ptr<MetaList> list, FormatParameter
     } else {
         writer.WriteFailure(MetaType::List);
     }
+    writer.Finish();
 }
 
 } // namespace CppTools::AutoCli

@@ -76,6 +76,9 @@ class Table {
         return WriteRows();
     }
 
+    /// Hands over what is written, and throws what the stream does.
+    void Finish() { out_.Flush(); }
+
   private:
     /// Measures every cell, so that nothing is printed of a table with a bad row.
     bool MeasureColumns() {
@@ -251,7 +254,10 @@ bool TableFormatter::Format(const std::shared_ptr<CallSpec::Output>& output,
             "Error: Unexpected type for output, formatter, table, expected a List of structs");
     }
     if (const auto& structure = list->GetListStructure()) {
-        return Table(*list, *structure, params, display, out).Write();
+        Table table(*list, *structure, params, display, out);
+        const bool isComplete = table.Write();
+        table.Finish();
+        return isComplete;
     }
     if (list->GetCount() == 0) {
         return true;

@@ -10,7 +10,7 @@ TextBuffer::~TextBuffer() {
     try {
         Flush();
     } catch (...) {
-        // The stream was asked to throw and says so again at its next use; a destructor cannot.
+        // Another exception is on its way.
     }
 }
 

@@ -22,8 +22,8 @@ class TextBuffer {
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
 
-    /// Hands over the rest, also when an exception cuts the rendering short: what was rendered
-    /// before it is seen.
+    /// Hands over the rest when an exception cuts the rendering short, so that what was rendered
+    /// before it is seen. Whoever comes to the end calls `Flush`, which can throw.
     ~TextBuffer();
 
     /// Hands over what is collected.

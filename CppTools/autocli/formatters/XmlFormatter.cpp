@@ -142,12 +142,14 @@ bool XmlFormatter::Format(const std::shared_ptr<CallSpec::Output>& output, Forma
     buffer.Indent(1) << "<root>\n";
     WriteValue(output->GetRootObject(), buffer, 2);
     buffer.Indent(1) << "</root>\n</output>\n";
+    buffer.Flush();
     return true;
 }
 
 void XmlFormatter::Format(std::shared_ptr<MetaObject> value, std::ostream& out, int level) {
     TextBuffer buffer(out);
     WriteValue(value, buffer, level);
+    buffer.Flush();
 }
 
 } // namespace CppTools::AutoCli

@@ -14,10 +14,6 @@ using MetaObj::MetaStruct;
 
 namespace {
 
-struct XmlTextDeleter {
-    void operator()(xmlChar* text) const noexcept { xmlFree(text); }
-};
-
 void Feed(ValueBuilder& builder, _xmlNode* node, std::string_view name);
 
 void FeedContents(ValueBuilder& builder, const xmlNode& node) {
@@ -34,8 +30,7 @@ void FeedContents(ValueBuilder& builder, const xmlNode& node) {
 /// Tells the builder of an element, under a name that it may not have.
 void Feed(ValueBuilder& builder, _xmlNode* node, std::string_view name) {
     const char* const attribute = ValueBuilder::AttributeOf(name);
-    builder.StartElement(name, attribute != nullptr ? XmlUtil_ExtractAttribute(node, attribute)
-                                                    : std::string());
+    builder.StartElement(name, attribute != nullptr ? AttributeOf(node, attribute) : std::string());
     FeedContents(builder, *node);
     builder.EndElement();
 }
@@ -49,9 +44,7 @@ std::shared_ptr<MetaObject> BuildAs(std::string_view name, _xmlNode* node) {
 } // namespace
 
 std::string XmlUtil_ExtractAttribute(_xmlNode* node, const std::string& name) {
-    const std::unique_ptr<xmlChar, XmlTextDeleter> value(
-        xmlGetProp(node, reinterpret_cast<const xmlChar*>(name.c_str())));
-    return value ? reinterpret_cast<const char*>(value.get()) : std::string();
+    return AttributeOf(node, name.c_str());
 }
 
 std::string XmlUtil_GetContent(_xmlNode* node) {

@@ -45,6 +45,12 @@ INSTANTIATE_TEST_SUITE_P(
         TextRow{{"AmongOthers"}, R"(<e a="1" name="2" z="3"/>)", "2"},
         TextRow{{"EscapesAreResolved"}, R"(<e name="a&lt;b &amp; &quot;c&quot;"/>)", "a<b & \"c\""},
         TextRow{{"BlanksAreKept"}, R"(<e name="  a  b "/>)", "  a  b "},
+        TextRow{{"EntitiesAreResolved"},
+                R"(<!DOCTYPE e [<!ENTITY x "two">]><e name="one &x; three"/>)",
+                "one two three"},
+        TextRow{{"OfTheDocumentType"},
+                R"(<!DOCTYPE e [<!ATTLIST e name CDATA "given">]><e/>)",
+                "given"},
         TextRow{{"OfTheElementItself"}, R"(<e><f name="inner"/></e>)", ""}),
     kRowName);
 
