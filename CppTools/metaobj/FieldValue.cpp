@@ -24,9 +24,9 @@ void FieldValue::Set(std::string_view text) {
         std::copy(text.begin(), text.end(), kept.bytes.get());
         content_ = std::move(kept);
     } else {
-        auto& kept = content_.emplace<ShortText>();
-        kept.size = static_cast<std::uint8_t>(text.size());
+        ShortText kept{static_cast<std::uint8_t>(text.size()), {}};
         std::copy(text.begin(), text.end(), kept.bytes.begin());
+        content_ = kept; // not before: the text may be that of the old value
     }
 }
 

@@ -208,6 +208,18 @@ TEST(MetaStructFieldsTest, SetField_String_IsCopiedWhateverItsLength) {
     }
 }
 
+TEST(MetaStructFieldsTest, SetField_TextOfTheFieldItself_StaysTheSame) {
+    for (const std::size_t length : {3U, 100U, 5000U}) {
+        const std::string text(length, 'x');
+        const auto structure = MetaStruct::New("Row");
+        structure->SetField("f", text);
+        const auto* value = dynamic_cast<const MetaString*>(structure->GetField("f").get());
+        ASSERT_NE(value, nullptr);
+        structure->SetField("f", value->GetValue());
+        EXPECT_EQ(structure->GetField("f")->ToString(), text);
+    }
+}
+
 TEST(MetaStructFieldsTest, SetField_MovedString_IsTakenOverWhateverItsLength) {
     for (const std::size_t length : {1U, 15U, 16U, 1024U, 1025U, 100000U}) {
         std::string text(length, 'x');
