@@ -5,28 +5,26 @@ set -eu
 cd "$(dirname "$0")/.."
 
 ./scripts/install-deps.sh reference
-pages=docs/api
-headers=$(sed -n '/^set(public_headers/,/)/s,^ *\([A-Za-z/]*\.h\)).*\|^ *\([A-Za-z/]*\.h\)$,CppTools/\1\2,p' CppTools/CMakeLists.txt)
-remarks=$(mktemp)
-trap 'rm -f "$remarks"' EXIT
+headers=$(sed -n '/^set(public_headers/,/)/s,^ *\([A-Za-z/]*\.h\)).*\|^ *\([A-Za-z/]*\.h\)$,CppTools/\1\2,p' \
+    CppTools/CMakeLists.txt)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
 
+pages=docs/api
 if [ "${1:-}" = --check ]; then
-    output=NO
-else
-    output=YES
-    rm -rf "$pages"
-    mkdir -p "$pages"
+    pages=$scratch/api
 fi
+rm -rf "$pages"
+mkdir -p "$pages"
 {
     cat scripts/reference/Doxyfile
     echo "INPUT = scripts/reference/subsystems.dox $(echo "$headers" | tr '\n' ' ')"
-    echo "GENERATE_HTML = $output"
     echo "HTML_OUTPUT = $pages"
-    echo "WARN_LOGFILE = $remarks"
+    echo "WARN_LOGFILE = $scratch/remarks"
     sed -n 's/^project(CppTools VERSION \([^ ]*\).*/PROJECT_NUMBER = \1/p' CMakeLists.txt
 } | doxygen -
 
-if [ -s "$remarks" ]; then
-    sort -u "$remarks" >&2
+if [ -s "$scratch/remarks" ]; then
+    sort -u "$scratch/remarks" >&2
     exit 1
 fi
