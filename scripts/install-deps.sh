@@ -1,7 +1,8 @@
 #!/bin/sh
 # Installs the Debian packages that building and testing need, and when asked those that only the
-# benchmarks or the profiles need: `install-deps.sh bench`, `install-deps.sh profile`. Only what is
-# missing is installed; with nothing missing neither root nor the network is needed. Asks nothing.
+# benchmarks, the profiles or the making of the grammars need: `install-deps.sh bench`, `profile`,
+# `schemas`. Only what is missing is installed; with nothing missing neither root nor the network is
+# needed. Asks nothing.
 set -eu
 
 packages="
@@ -38,6 +39,11 @@ profile)
     packages="$packages
     heaptrack
     valgrind
+"
+    ;;
+schemas)
+    packages="$packages
+    trang
 "
     ;;
 esac
