@@ -45,6 +45,11 @@ profile)
     valgrind
 "
     ;;
+schemas)
+    packages="$packages
+    trang
+"
+    ;;
 esac
 
 missing=""
