@@ -1,0 +1,10 @@
+#pragma once
+
+#include <CppTools/autocli/Command.h>
+
+/// The commands of this plug-in.
+namespace Devkit::Commands {
+
+std::shared_ptr<CppTools::AutoCli::Command> NewCheckDescriptor();
+
+} // namespace Devkit::Commands
