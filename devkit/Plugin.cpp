@@ -25,4 +25,6 @@ AutoCli_RegisterNamespaces(std::shared_ptr<Namespace> root) {
     const auto plugin = AddNamespace(*root, "plugin", "Tools for those who write plug-ins.");
     AddNamespace(*plugin, "descriptor", "Descriptors, the plug-ins without code.")
         ->RegisterNamespaceNode(NewCheckDescriptor(), "check");
+    AddNamespace(*plugin, "template", "Templates, from which shell lines are made.")
+        ->RegisterNamespaceNode(NewShowTemplate(), "show");
 }

@@ -6,5 +6,6 @@
 namespace Devkit::Commands {
 
 std::shared_ptr<CppTools::AutoCli::Command> NewCheckDescriptor();
+std::shared_ptr<CppTools::AutoCli::Command> NewShowTemplate();
 
 } // namespace Devkit::Commands
