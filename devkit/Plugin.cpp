@@ -27,4 +27,5 @@ AutoCli_RegisterNamespaces(std::shared_ptr<Namespace> root) {
         ->RegisterNamespaceNode(NewCheckDescriptor(), "check");
     AddNamespace(*plugin, "template", "Templates, from which shell lines are made.")
         ->RegisterNamespaceNode(NewShowTemplate(), "show");
+    plugin->RegisterNamespaceNode(NewNewPlugin(), "new");
 }

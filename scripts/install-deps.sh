@@ -17,6 +17,7 @@ packages="
     libutfcpp-dev
     libxml2-dev
     libxml2-utils
+    make
     ninja-build
     nlohmann-json3-dev
     pkg-config

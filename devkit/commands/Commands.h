@@ -7,5 +7,6 @@ namespace Devkit::Commands {
 
 std::shared_ptr<CppTools::AutoCli::Command> NewCheckDescriptor();
 std::shared_ptr<CppTools::AutoCli::Command> NewShowTemplate();
+std::shared_ptr<CppTools::AutoCli::Command> NewNewPlugin();
 
 } // namespace Devkit::Commands
