@@ -27,5 +27,7 @@ AutoCli_RegisterNamespaces(std::shared_ptr<Namespace> root) {
         ->RegisterNamespaceNode(NewCheckDescriptor(), "check");
     AddNamespace(*plugin, "template", "Templates, from which shell lines are made.")
         ->RegisterNamespaceNode(NewShowTemplate(), "show");
+    AddNamespace(*plugin, "document", "Documents, the results that commands print.")
+        ->RegisterNamespaceNode(NewCheckDocument(), "check");
     plugin->RegisterNamespaceNode(NewNewPlugin(), "new");
 }

@@ -6,6 +6,7 @@
 namespace Devkit::Commands {
 
 std::shared_ptr<CppTools::AutoCli::Command> NewCheckDescriptor();
+std::shared_ptr<CppTools::AutoCli::Command> NewCheckDocument();
 std::shared_ptr<CppTools::AutoCli::Command> NewShowTemplate();
 std::shared_ptr<CppTools::AutoCli::Command> NewNewPlugin();
 
