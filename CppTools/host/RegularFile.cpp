@@ -20,12 +20,13 @@ ssize_t ReadSome(int file, char* buffer, std::size_t size) {
 
 } // namespace
 
-std::optional<std::string> ReadRegularFile(const std::string& path) {
+std::optional<std::string> ReadRegularFile(const std::string& path, std::size_t mostBytes) {
     // A FIFO is not even opened: its writer would notice.
     struct stat status {};
 
-    const bool isRegular = stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-    const FileDescriptor file(isRegular ? open(path.c_str(), O_RDONLY | O_CLOEXEC) : -1);
+    const bool isWanted = stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+                          static_cast<std::size_t>(status.st_size) <= mostBytes;
+    const FileDescriptor file(isWanted ? open(path.c_str(), O_RDONLY | O_CLOEXEC) : -1);
     if (file.Get() < 0) {
         return std::nullopt;
     }
