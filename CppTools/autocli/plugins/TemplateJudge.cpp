@@ -135,8 +135,8 @@ class Judge {
     void JudgeArguments(const std::vector<Word>& words, std::size_t begin) {
         bool mayBeOption = true;
         for (std::size_t i = begin; i < words.size(); ++i) {
-            const std::string before = words[i - 1].GetConstant().value_or("");
-            mayBeOption = mayBeOption && before != "--";
+            const std::string before = TextBefore(words, i);
+            mayBeOption = mayBeOption && (before != "--" || !words[i - 1].condition.empty());
             for (const auto& piece : words[i].pieces) {
                 if (piece.placeholder) {
                     JudgePiece(words[i], piece);
@@ -146,6 +146,15 @@ class Judge {
                 JudgeHead(words[i]);
             }
         }
+    }
+
+    /// The constant word before another, when it is there in every call that has the other.
+    static std::string TextBefore(const std::vector<Word>& words, std::size_t index) {
+        Word before = words[index - 1];
+        if (before.condition == words[index].condition) {
+            before.condition.clear();
+        }
+        return before.GetConstant().value_or("");
     }
 
     /// Whether the head of a word may be a minus sign that a user gave.
