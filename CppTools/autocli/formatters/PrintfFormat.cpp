@@ -102,7 +102,7 @@ PrintfFormat::Result Print(const std::string& format, Value value, std::size_t r
 
 PrintfFormat::PrintfFormat(std::string_view format) {
     std::string_view rest = format.substr(0, format.find('\0'));
-    while (!rest.empty() && error_ == 0) {
+    while (!rest.empty() && error_ != EINVAL) {
         const std::size_t percent = std::min(rest.find('%'), rest.size());
         format_ += rest.substr(0, percent);
         rest.remove_prefix(percent);
@@ -150,9 +150,15 @@ std::string PrintfFormat::TakeWidth(std::string_view& rest) {
     return digits;
 }
 
+/// That the format does not fit comes before its being too large.
+int PrintfFormat::ErrorFor(bool isText) const {
+    const bool fits = conversion_ == nullptr || (conversion_->argument == Argument::Text) == isText;
+    return fits ? error_ : EINVAL;
+}
+
 PrintfFormat::Result PrintfFormat::Apply(long number, std::size_t room) const {
-    if (error_ != 0) {
-        return {"", error_};
+    if (const int error = ErrorFor(false); error != 0) {
+        return {"", error};
     }
     if (conversion_ == nullptr) {
         return Print(format_, 0, room);
@@ -164,20 +170,14 @@ PrintfFormat::Result PrintfFormat::Apply(long number, std::size_t room) const {
         return Print(format_, length_->asUnsigned(number), room);
     case Argument::Character:
         return Print(format_, static_cast<int>(number), room);
-    case Argument::WideCharacter:
+    default:
         return Print(format_, static_cast<std::wint_t>(number), room);
-    case Argument::Text:
-        break;
     }
-    return {"", EINVAL};
 }
 
 PrintfFormat::Result PrintfFormat::Apply(std::string_view text, std::size_t room) const {
-    if (error_ != 0) {
-        return {"", error_};
-    }
-    if (conversion_ != nullptr && conversion_->argument != Argument::Text) {
-        return {"", EINVAL};
+    if (const int error = ErrorFor(true); error != 0) {
+        return {"", error};
     }
     return Print(format_, std::string(text).c_str(), room);
 }

@@ -40,6 +40,7 @@ class PrintfFormat {
   private:
     void AddConversion(std::string_view& rest);
     std::string TakeWidth(std::string_view& rest);
+    int ErrorFor(bool isText) const;
 
     std::string format_; ///< Its conversion takes the widest type of its kind.
     const PrintfConversion* conversion_ = nullptr;

@@ -192,6 +192,9 @@ TEST(PrintfFormatBoundTest, LargerWidthOrPrecision_IsTooLarge) {
 
 TEST(PrintfFormatBoundTest, LargeWidthThatDoesNotFitEither_IsAnInvalidArgument) {
     EXPECT_EQ(Formatted("%99999n", MetaInt::New(7)), Refusal(EINVAL));
+    EXPECT_EQ(Formatted("%99999ld%n", MetaInt::New(7)), Refusal(EINVAL));
+    EXPECT_EQ(Formatted("%99999ld", MetaString::New("a")), Refusal(EINVAL));
+    EXPECT_EQ(Formatted("%99999s", MetaInt::New(7)), Refusal(EINVAL));
     EXPECT_EQ(Formatted("%ld%99999ld", MetaInt::New(7)), Refusal(EINVAL));
 }
 
