@@ -15,6 +15,7 @@
 #include <CppTools/callspec/OutputSpec.h>
 #include <CppTools/metaobj/CppToolException.h>
 
+#include <boost/regex/pattern_except.hpp>
 #include <list>
 #include <memory>
 #include <string>
@@ -97,6 +98,16 @@ void RequireAll(const xmlNode& document, const std::string& group, const std::st
     }
 }
 
+/// An expression that is none is noticed when it is needed.
+void CheckValues(const InputSpec& inputSpec, const std::shared_ptr<Output>& output) {
+    for (const auto& parameter : inputSpec.GetParameters()) {
+        try {
+            parameter->Validate({"a1", ""}, output);
+        } catch (const boost::regex_error&) {
+        }
+    }
+}
+
 /// The declarations of a command can be asked for, and its help can be shown.
 void CheckCommand(CommandSpec& command) {
     static CommandHelpFormatter formatter;
@@ -105,9 +116,7 @@ void CheckCommand(CommandSpec& command) {
         return; // it declares "help" itself
     }
     auto output = Output::New();
-    for (const auto& parameter : inputSpec->GetParameters()) {
-        parameter->Validate({"a1", ""}, output);
-    }
+    CheckValues(*inputSpec, output);
     const auto prototype = command.GetOutputSpec()->GetRootObject();
     output->SetRootObject(prototype);
     Require(!prototype || command.GetOutputSpec()->Validate(output, nullptr),
