@@ -39,6 +39,13 @@ reference)
     doxygen
 "
     ;;
+fuzz)
+    packages="$packages
+    clang
+    libclang-rt-dev
+    llvm
+"
+    ;;
 profile)
     packages="$packages
     heaptrack
