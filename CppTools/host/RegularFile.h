@@ -8,4 +8,7 @@ namespace CppTools::Host {
 /// The whole content of a regular file; nothing when the path names none or it cannot be read.
 std::optional<std::string> ReadRegularFile(const std::string& path);
 
+/// Whether the path names a device, a FIFO or a socket, which to open may take for ever.
+bool IsSpecialFile(const std::string& path);
+
 } // namespace CppTools::Host

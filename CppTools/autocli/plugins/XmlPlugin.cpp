@@ -163,7 +163,7 @@ void XmlPlugin::ReadDescriptor() {
     XmlNodeTree tree;
     XmlDocument document;
     auto* root = ReadPlainFile(path_, tree);
-    if (root == nullptr) {
+    if (root == nullptr && !Host::IsSpecialFile(path_)) {
         document.reset(xmlReadFile(path_.c_str(), nullptr, 0));
         root = document ? xmlDocGetRootElement(document.get()) : nullptr;
     }
