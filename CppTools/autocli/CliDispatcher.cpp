@@ -35,13 +35,14 @@ constexpr long kWidestScreen = 9999;
 /// The width set by option for the whole process; 0 when none was set.
 long screenWidthOverride = 0;
 
-/// Ends the process. What standard output did not take was not delivered, so the line failed.
+/// Ends the process. What standard output did not take was not delivered, so the line failed. On a
+/// terminal only the file itself knows: there what fails is lost at once and not tried again.
 [[noreturn]] void EndProcess(bool success) {
     errno = 0;
     std::cout.flush();
     const bool flushed = std::fflush(stdout) == 0;
     const int error = errno;
-    if (!flushed || !std::cout) {
+    if (!flushed || !std::cout || std::ferror(stdout) != 0) {
         std::cerr << "Unable to write to standard output: "
                   << (error != 0 ? Host::StatusText(error) : "some of the output was lost") << '\n';
         success = false;

@@ -3,6 +3,7 @@
 #include <array>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <string>
 
 using Cli::BecomeTool;
@@ -60,6 +61,21 @@ TEST_P(ToolFullOutputTest, IsReportedOnStandardErrorAndEndsWith1) {
 TEST_P(ToolFullOutputTest, WithoutAReaderIsReportedOnStandardErrorAndEndsWith1) {
     const ChildRun run = RunWithoutReader(GetParam());
     EXPECT_EQ(run.err, "Unable to write to standard output: Broken pipe\n");
+    EXPECT_EQ(run.status, 1);
+}
+
+TEST_P(ToolFullOutputTest, OnATerminalThatIsGoneIsReportedOnStandardErrorAndEndsWith1) {
+    const ChildRun run = RunInChild([&] {
+        int keyboard = -1;
+        int line = -1;
+        if (openpty(&keyboard, &line, nullptr, nullptr, nullptr) == 0) {
+            close(keyboard);
+            dup2(line, STDOUT_FILENO);
+            close(line);
+        }
+        BecomeTool(GetParam());
+    });
+    EXPECT_EQ(run.err, "Unable to write to standard output: some of the output was lost\n");
     EXPECT_EQ(run.status, 1);
 }
 
