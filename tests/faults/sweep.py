@@ -24,8 +24,6 @@ import dataclasses
 import os
 import pty
 import re
-import select
-import shutil
 import signal
 import subprocess
 import sys
@@ -121,17 +119,17 @@ class Stage:
 
     def on_terminal(self, scenario, environment):
         screen, line = pty.openpty()
-        errors, errors_end = os.pipe()
-        try:
+        with tempfile.TemporaryFile() as errors:
             tool = subprocess.Popen([self.tool] + scenario.words, env=environment, stdin=line,
-                                    stdout=line, stderr=errors_end, start_new_session=True,
+                                    stdout=line, stderr=errors, start_new_session=True,
                                     cwd=self.folder.name)
-            os.close(errors_end)
-            out, err = watch_screen(tool, screen, line, errors, scenario.input)
-            return Run(tool.returncode, out, err.decode(), False, [], echoes(line))
-        finally:
-            for descriptor in (screen, line, errors):
-                os.close(descriptor)
+            type_in_silence(tool, screen, line, scenario.input)
+            echoes_again = echoes(line)
+            os.close(line)
+            out = read_to_the_end(screen)
+            os.close(screen)
+            errors.seek(0)
+            return Run(tool.returncode, out, errors.read().decode(), False, [], echoes_again)
 
 
 def open_output(name):
@@ -155,32 +153,29 @@ def echoes(terminal):
     return bool(termios.tcgetattr(terminal)[3] & termios.ECHO)
 
 
-def watch_screen(tool, screen, line, errors, keys):
-    """Types the keys as soon as the terminal is silent; what was shown and what went wrong."""
-    texts = {screen: b"", errors: b""}
+def type_in_silence(tool, screen, line, keys):
+    """Types the keys as soon as the terminal is silent, and waits for the tool's end."""
     deadline = time.monotonic() + TIME_LIMIT
     while tool.poll() is None:
         if time.monotonic() > deadline:
             tool.kill()
             tool.wait()
             tool.returncode = None
-            break
+            return
         if keys and not echoes(line):
             os.write(screen, keys)
             keys = b""
-        read_ready(texts, 0.002)
-    while read_ready(texts, 0):
-        pass
-    return texts[screen], texts[errors]
+        time.sleep(0.001)
 
 
-def read_ready(texts, timeout):
-    some = False
-    for source in select.select(list(texts), [], [], timeout)[0]:
-        piece = os.read(source, 65536)
-        texts[source] += piece
-        some = some or bool(piece)
-    return some
+def read_to_the_end(screen):
+    """What was shown on a screen that nobody writes to any more."""
+    text = b""
+    while True:
+        try:
+            text += os.read(screen, 65536)
+        except OSError:
+            return text
 
 
 def reap_left_children():

@@ -78,8 +78,9 @@ auto Explained(Step step) {
 }
 
 std::shared_ptr<MetaObject> ReadAsTree(const std::string& text) {
-    const XmlDocument document(
-        xmlReadMemory(text.data(), static_cast<int>(text.size()), "STDOUT", nullptr, 0));
+    const XmlDocument document = ReadWholeDocument([&] {
+        return xmlReadMemory(text.data(), static_cast<int>(text.size()), "STDOUT", nullptr, 0);
+    });
     if (!document) {
         return nullptr;
     }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <libxml/tree.h>
+#include <libxml/xmlerror.h>
 
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -13,6 +15,20 @@ struct XmlDocumentDeleter {
 };
 
 using XmlDocument = std::unique_ptr<xmlDoc, XmlDocumentDeleter>;
+
+/// The document that `read` gets from libxml2; null when it is not well-formed. Without memory
+/// libxml2 goes on and leaves out what it had no place for; that is no document but throws
+/// `std::bad_alloc`.
+template <typename Read>
+XmlDocument ReadWholeDocument(Read read) {
+    xmlResetLastError();
+    XmlDocument document(read());
+    const auto* const last = xmlGetLastError();
+    if (last != nullptr && last->code == XML_ERR_NO_MEMORY) {
+        throw std::bad_alloc();
+    }
+    return document;
+}
 
 /// The node's name; empty for nodes that have none, as sections of character data do.
 inline std::string_view NodeName(const xmlNode& node) {

@@ -164,7 +164,7 @@ void XmlPlugin::ReadDescriptor() {
     XmlDocument document;
     auto* root = ReadPlainFile(path_, tree);
     if (root == nullptr && !Host::IsSpecialFile(path_)) {
-        document.reset(xmlReadFile(path_.c_str(), nullptr, 0));
+        document = ReadWholeDocument([&] { return xmlReadFile(path_.c_str(), nullptr, 0); });
         root = document ? xmlDocGetRootElement(document.get()) : nullptr;
     }
     if (root == nullptr) {
