@@ -3,6 +3,7 @@
 #include <tests/support/PseudoTerminal.h>
 
 #include <csignal>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/resource.h>
@@ -83,6 +84,17 @@ TEST_F(ToolSecretTest, Pipe_AtItsEndTheSecretIsEmpty) {
                        " p=only one pin=\n");
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.status, 0);
+}
+
+TEST_F(ToolSecretTest, InputThatCannotBeRead_IsReportedAndTheCommandDoesNotRun) {
+    const Words words = boxes_.WithPlugins({"box", "login", "--pass-word"});
+    const ChildRun run = TestSupport::RunInChild([&] {
+        dup2(open("/", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
+        BecomeTool(words);
+    });
+    EXPECT_EQ(run.out, "Enter value for 'pass-word': \n");
+    EXPECT_EQ(run.err, "Errors: \nUnable to read the value of 'pass-word': Is a directory\n");
+    EXPECT_EQ(run.status, 1);
 }
 
 TEST_F(ToolSecretTest, GivenOnTheCommandLine_IsNotAskedFor) {
@@ -197,7 +209,19 @@ TEST_P(ToolSecretEndingTest, LeavesTheTerminalAsBefore) {
 INSTANTIATE_TEST_SUITE_P(Signals, ToolSecretEndingTest,
                          testing::Values(Ending{"\x03", SIGINT}, Ending{"sesa\x03", SIGINT},
                                          Ending{"\x1c", SIGQUIT}, Ending{"", SIGINT},
-                                         Ending{"", SIGTERM}, Ending{"", SIGHUP}));
+                                         Ending{"", SIGTERM}, Ending{"", SIGHUP},
+                                         Ending{"", SIGALRM}, Ending{"", SIGUSR1},
+                                         Ending{"", SIGXCPU}, Ending{"", SIGSYS}));
+
+TEST_F(ToolSecretTest, Terminal_AReaderThatIsGoneDoesNotEndThePrompt) {
+    PseudoTerminal terminal;
+    const pid_t tool = StartLogin(terminal, {"--pass-word"});
+    terminal.AwaitSilence();
+    kill(tool, SIGPIPE);
+    terminal.Type("right\n");
+    EXPECT_EQ(StatusOf(tool), 0);
+    EXPECT_EQ(terminal.ReadRest(), "Enter value for 'pass-word': \n p=right\n");
+}
 
 TEST_F(ToolSecretTest, Terminal_EchoesWhileTheToolIsStoppedAndNotWhenItGoesOn) {
     PseudoTerminal terminal;

@@ -108,9 +108,11 @@ void PlainXmlParser::TellOfText(xmlElementType type, const xmlChar* text, int si
     textSize_ = textSize;
 }
 
+/// The parser goes on to the end without telling. It cannot be stopped from here: where it has just
+/// made a remark it still holds places in the text, and would read on from there without an end.
 void PlainXmlParser::GiveUp() {
     isPlain_ = false;
-    xmlStopParser(parser_.get());
+    parser_->disableSAX = 1;
 }
 
 } // namespace CppTools::AutoCli

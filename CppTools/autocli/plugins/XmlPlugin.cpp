@@ -164,7 +164,7 @@ void XmlPlugin::ReadDescriptor() {
     XmlNodeTree tree;
     XmlDocument document;
     auto* root = ReadPlainFile(path_, tree);
-    if (root == nullptr) {
+    if (root == nullptr && !Host::IsSpecialFile(path_)) {
         document = ReadXmlFile(path_);
         root = document ? xmlDocGetRootElement(document.get()) : nullptr;
     }

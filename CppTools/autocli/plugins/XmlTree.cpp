@@ -4,10 +4,12 @@
 
 #include <libxml/SAX2.h>
 #include <libxml/parserInternals.h>
+#include <libxml/xmlerror.h>
 
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <new>
 #include <system_error>
 #include <unordered_map>
 #include <utility>
@@ -170,28 +172,51 @@ XmlDocument Checked(XmlDocument document, Allowance& allowance) {
     return document;
 }
 
+/// The document that `read` gets from libxml2. Without memory libxml2 goes on and leaves out what
+/// it had no place for; that is no document but throws `std::bad_alloc`.
+template <typename Read>
+XmlDocument ReadWhole(Read read) {
+    xmlResetLastError();
+    XmlDocument document(read());
+    const auto* const last = xmlGetLastError();
+    if (last != nullptr && last->code == XML_ERR_NO_MEMORY) {
+        throw std::bad_alloc();
+    }
+    return document;
+}
+
+/// As of a parser without options of its own: what is broken is no document.
+xmlDoc* Parse(xmlParserCtxt& parser) {
+    xmlParseDocument(&parser);
+    XmlDocument document(std::exchange(parser.myDoc, nullptr));
+    return parser.wellFormed != 0 ? document.release() : nullptr;
+}
+
 } // namespace
 
 XmlDocument ReadXmlFile(const std::string& path) {
-    const XmlParser parser(xmlCreateURLParserCtxt(path.c_str(), XML_PARSE_NONET));
-    if (!parser) {
-        return nullptr;
-    }
     std::error_code noSize; // what is no regular file has none
     const auto size = std::filesystem::file_size(path, noSize);
     Allowance allowance(noSize ? 0 : size);
-    Watch(*parser, allowance);
-    xmlParseDocument(parser.get());
-    XmlDocument document(std::exchange(parser->myDoc, nullptr));
-    return Checked(parser->wellFormed != 0 ? std::move(document) : nullptr, allowance);
+    auto document = ReadWhole([&] {
+        const XmlParser parser(xmlCreateURLParserCtxt(path.c_str(), XML_PARSE_NONET));
+        if (!parser) {
+            return static_cast<xmlDoc*>(nullptr);
+        }
+        Watch(*parser, allowance);
+        return Parse(*parser);
+    });
+    return Checked(std::move(document), allowance);
 }
 
 XmlDocument ReadXmlText(const std::string& text, const char* name) {
     const XmlParser parser = NewXmlParser();
     Allowance allowance(text.size());
     Watch(*parser, allowance);
-    XmlDocument document(xmlCtxtReadMemory(parser.get(), text.data(), static_cast<int>(text.size()),
-                                           name, nullptr, XML_PARSE_NONET));
+    auto document = ReadWhole([&] {
+        return xmlCtxtReadMemory(parser.get(), text.data(), static_cast<int>(text.size()), name,
+                                 nullptr, XML_PARSE_NONET);
+    });
     return Checked(std::move(document), allowance);
 }
 
