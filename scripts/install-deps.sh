@@ -52,6 +52,11 @@ profile)
     valgrind
 "
     ;;
+schemas)
+    packages="$packages
+    trang
+"
+    ;;
 esac
 
 missing=""
