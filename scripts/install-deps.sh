@@ -11,17 +11,20 @@ packages="
     g++
     gcovr
     googletest
+    iproute2
     libboost1.81-dev
     libgmock-dev
     libgtest-dev
     libutfcpp-dev
     libxml2-dev
     libxml2-utils
+    mount
     ninja-build
     nlohmann-json3-dev
     pkg-config
     procps
     python3
+    util-linux
 "
 case ${1:-} in
 bench)

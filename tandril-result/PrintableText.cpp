@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string_view>
 
-namespace HostFacts {
+namespace TandrilResult {
 
 namespace {
 
@@ -67,4 +67,4 @@ std::string PrintableLine(std::string text) {
     return line;
 }
 
-} // namespace HostFacts
+} // namespace TandrilResult
