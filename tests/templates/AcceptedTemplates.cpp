@@ -153,10 +153,22 @@ std::vector<std::string> MeantCalls(const Tokens& tokens, const std::string& pro
     return calls;
 }
 
-/// Whether every command of an accepted template runs.
+/// Whether the words of an accepted template that begin with the program's path are the path.
+bool NamesProgramOnly(const std::string& text, const std::string& program) {
+    for (auto begin = text.find(program); begin != text.npos;
+         begin = text.find(program, begin + 1)) {
+        const std::string behind = text.substr(begin + program.size(), 1);
+        if (behind.find_first_not_of(" \t\n;&|<>") != behind.npos) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Whether every command of an accepted template certainly runs.
 bool RunsAll(const std::string& text) {
     return text.find("||") == text.npos && text.find("cat") == text.npos &&
-           text.find("exec") == text.npos;
+           text.find("exec") == text.npos && NamesProgramOnly(text, PRINT_ARGUMENTS);
 }
 
 std::vector<std::string> ReportedCalls(const std::string& output) {
