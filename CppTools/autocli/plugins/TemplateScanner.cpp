@@ -106,7 +106,7 @@ class Scanner {
 
     void ScanTopWord() {
         Word word = ScanWord("");
-        const bool isRedirected = !AtEnd() && IsAmong("<>", Peek());
+        const bool isRedirected = IsBeforeRedirection();
         if (isRedirected && IsDescriptor(word)) {
             return;
         }
@@ -133,9 +133,8 @@ class Scanner {
                         : std::min(text_.find_first_not_of(kBlanks, position_), text_.size());
         const Word target = ScanWord("");
         const auto file = target.GetConstant();
-        if (!file || file->empty() || (duplicates && !IsDescriptor(target))) {
-            Report(Rule::Redirection, begin);
-        }
+        const bool isFile = file && !file->empty() && (!duplicates || IsDescriptor(target));
+        Expect(isFile && !IsBeforeRedirection(), Rule::Redirection, begin);
     }
 
     void ScanConditional(const Placeholder& conditional) {
@@ -259,6 +258,8 @@ class Scanner {
             Report(rule, position);
         }
     }
+
+    bool IsBeforeRedirection() const { return !AtEnd() && IsAmong("<>", Peek()); }
 
     bool AtEnd() const { return position_ == text_.size(); }
 

@@ -239,6 +239,7 @@ INSTANTIATE_TEST_SUITE_P(
         CheckRow{{"QuotedDigitBeforeARedirection"}, "/bin/x $val{count} '2'>a", {"redirection 22"}},
         CheckRow{{"DescriptorFromAValue"}, "/bin/x 2>&$val{count}", {"redirection 8"}},
         CheckRow{{"DescriptorWithMore"}, "/bin/x $val{count} >&12", {"redirection 19"}},
+        CheckRow{{"RedirectionOnARedirection"}, "/bin/x $val{count} 2>&1>> a", {"redirection 20"}},
         CheckRow{{"DuplicatedInput"},
                  "/bin/x $val{count} <&1",
                  {"redirection 19", "complex-shell 20", "unknown-command 21"}},
