@@ -1,7 +1,8 @@
 #!/bin/sh
 # Installs the Debian packages that building and testing need, and when asked those that only the
-# benchmarks or the profiles need: `install-deps.sh bench`, `install-deps.sh profile`. Only what is
-# missing is installed; with nothing missing neither root nor the network is needed. Asks nothing.
+# benchmarks, the profiles or the runs under valgrind need: `install-deps.sh bench`, `profile` or
+# `valgrind`. Only what is missing is installed; with nothing missing neither root nor the network is
+# needed. Asks nothing.
 set -eu
 
 packages="
@@ -37,6 +38,12 @@ bench)
 profile)
     packages="$packages
     heaptrack
+    valgrind
+"
+    ;;
+valgrind)
+    packages="$packages
+    libc6-dbg
     valgrind
 "
     ;;
