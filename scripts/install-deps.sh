@@ -60,6 +60,12 @@ schemas)
     trang
 "
     ;;
+valgrind)
+    packages="$packages
+    libc6-dbg
+    valgrind
+"
+    ;;
 esac
 
 missing=""

@@ -28,9 +28,6 @@ InputFile::InputFile(const std::string& path) {
 }
 
 InputFile::Buffer::int_type InputFile::Buffer::underflow() {
-    if (error != 0) {
-        return traits_type::eof();
-    }
     const ssize_t count = ReadSome(file, bytes.data(), bytes.size());
     if (count < 0) {
         error = errno;

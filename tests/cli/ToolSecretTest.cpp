@@ -1,11 +1,13 @@
 #include "Boxes.h"
 
+#include <tests/support/FailingSystemCall.h>
 #include <tests/support/PseudoTerminal.h>
 
 #include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 
 using Cli::BecomeTool;
@@ -177,6 +179,24 @@ TEST_F(ToolSecretTest, Terminal_ErasedCharactersDoNotCount) {
     EXPECT_EQ(StatusOf(tool), 0);
     EXPECT_EQ(terminal.ReadRest(), "Enter value for 'pass-word': \n p=right\n");
 }
+
+/// A terminal that refuses one of the requests that the prompt needs.
+class ToolRefusedRequestTest : public ToolSecretTest,
+                               public testing::WithParamInterface<unsigned> {};
+
+TEST_P(ToolRefusedRequestTest, NothingIsReadAndTheCommandDoesNotRun) {
+    PseudoTerminal terminal;
+    const Words words = boxes_.WithPlugins({"box", "login", "--pass-word"});
+    const pid_t tool = terminal.Start(
+        [&] { TestSupport::WithFailingRequest(GetParam(), EIO, [&] { BecomeTool(words); }); });
+    EXPECT_EQ(StatusOf(tool), 1);
+    EXPECT_TRUE(terminal.Echoes());
+    EXPECT_EQ(terminal.ReadRest(),
+              "Enter value for 'pass-word': \n"
+              "Errors: \nUnable to read the value of 'pass-word': Input/output error\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Requests, ToolRefusedRequestTest, testing::Values(TCGETS, TCSETS));
 
 /// Keys or signals that end the tool while it waits for the secret.
 struct Ending {

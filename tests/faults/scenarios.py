@@ -55,8 +55,8 @@ COMMANDS = (
                       "<string><![CDATA[<b>]]></string></list></output>'",
               output='<list type="string"><string/></list>')
     + command("big", "printf '<output><list type=\"string\">'; "
-                     "yes '<string>0123456789012345678901234567890123456789</string>' | "
-                     "head -n 4000; printf '</list></output>'",
+                     "yes \"<string>$(printf %1000s x)</string>\" | head -n 200; "
+                     "printf '</list></output>'",
               output='<list type="string"><string/></list>')
     + command("login", "printf '%s' '<output><string>' $val{key} '</string></output>'",
               parameters=parameter("key", 'secret="true"')))
