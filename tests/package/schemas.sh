@@ -24,7 +24,7 @@ for descriptor in "$pack"/*.xml; do
         "$(realpath "$pack/$named")"
 done
 
-"$PREFIX/libexec/tandril/tandril-host-facts" kernel parameter get --name=kernel.ostype \
+"$PREFIX/libexec/tandril/tandril-host-facts" parameter get --name=kernel.ostype \
     >"$scratch/result.xml"
 expect_valid "$scratch/result.xml" result.rng --relaxng
 expect_valid "$scratch/result.xml" result.xsd --schema

@@ -93,8 +93,11 @@ class Comparison:
         self.explained = collections.Counter()
         self.troubles = []
 
-    def run(self):
-        left = self.disagreeing(self.folder, self.verdicts, self.verdicts)
+    def run(self, good):
+        passed = self.grammar.accepted(self.folder)
+        for name in sorted(set(good) - passed):
+            self.trouble(name, "is refused though it is good")
+        left = self.disagreeing(passed, self.verdicts, self.verdicts)
         rows = REWRITINGS[self.grammar.language]
         for count in range(1, len(rows) + 1):
             left = self.after_rewriting(left, [row.step for row in rows[:count]])
@@ -104,8 +107,7 @@ class Comparison:
     def accepts(self, verdicts, name):
         return verdicts[name][self.grammar.kind] is None
 
-    def disagreeing(self, folder, verdicts, names):
-        passed = self.grammar.accepted(folder)
+    def disagreeing(self, passed, verdicts, names):
         return {name for name in names if (name in passed) != self.accepts(verdicts, name)}
 
     def after_rewriting(self, names, steps):
@@ -123,7 +125,7 @@ class Comparison:
             for name in sorted(names):
                 if self.accepts(verdicts, name) != self.accepts(self.verdicts, name):
                     self.trouble(name, f"means something else after {', '.join(steps)}")
-            left = self.disagreeing(folder, verdicts, names)
+            left = self.disagreeing(self.grammar.accepted(folder), verdicts, names)
         self.explained[steps[-1]] += len(names) - len(left)
         return left
 
@@ -174,13 +176,10 @@ def compare(folder, good, engine, rewriting, schemas):
         for language in OPTIONS:
             grammar = Grammar(schemas, kind, language)
             comparison = Comparison(grammar, engine, rewriting, folder, verdicts)
-            comparison.run()
+            comparison.run(good if kind == "descriptor" else [])
             troubles += comparison.troubles
             for row, number in comparison.explained.items():
                 explained[language, row] += number
-            if kind == "descriptor":
-                refused = set(good) - grammar.accepted(folder)
-                troubles += [f"{grammar.file.name} refuses {name}" for name in sorted(refused)]
     rows = [(language, row.step, row) for language in OPTIONS for row in REWRITINGS[language]]
     rows += [(language, row.message, row) for row in REFUSALS for language in row.grammars]
     for language, key, row in rows:
