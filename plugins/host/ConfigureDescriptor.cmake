@@ -1,9 +1,12 @@
 # Writes a descriptor whose commands call these programs. They name them between single quotes of the
-# shell, within the text of an XML element; the paths are made fit for both.
-function(configure_descriptor template descriptor host_facts tandril_result)
+# shell, within the text of an XML element; the paths are made fit for both. The template names the
+# grammar for editors as seen from where it is itself, and the descriptor in the folder `schemas`.
+function(configure_descriptor template descriptor host_facts tandril_result schemas)
   quote_for_template(HOST_FACTS "${host_facts}")
   quote_for_template(TANDRIL_RESULT "${tandril_result}")
-  configure_file("${template}" "${descriptor}" @ONLY)
+  file(READ "${template}" text)
+  string(REPLACE "href=\"../../../schemas/" "href=\"${schemas}/" text "${text}")
+  file(CONFIGURE OUTPUT "${descriptor}" CONTENT "${text}" @ONLY)
 endfunction()
 
 function(quote_for_template variable path)
