@@ -137,7 +137,9 @@ FieldPlan::Field FieldPlan::MakeField(const FieldSpec& spec, const Row& row) con
 void FieldPlan::AddFallback(Field& field) const {
     const auto value = rules_.defaults.find(field.name);
     field.hasFallback = rules_.fill || value != rules_.defaults.end();
-    if (value == rules_.defaults.end()) {
+    const bool isEmptyList =
+        field.type.isList && value != rules_.defaults.end() && value->second.empty();
+    if (value == rules_.defaults.end() || isEmptyList) {
         field.fallback = EmptyValueText(field.type);
         return;
     }

@@ -12,7 +12,10 @@ expect_run 1 "ERROR:--from is needed (tandril-result --help explains)" "" "$resu
 
 cat >"$scratch/lsblk" <<'TOOL'
 #!/bin/sh
-echo '{"blockdevices": [{"name": "sda", "type": "disk", "size": 7, "ro": false, "rm": false}]}'
+cat <<'JSON'
+{"blockdevices": [{"name": "sda", "type": "disk", "size": 7, "ro": false, "rm": false,
+    "mountpoints": []}]}
+JSON
 TOOL
 chmod +x "$scratch/lsblk"
 PATH=$scratch:$PATH
