@@ -30,6 +30,7 @@
 #include <CppTools/autocli/plugins/Plugin.h>
 #include <CppTools/autocli/plugins/SharedLibraryPlugin.h>
 #include <CppTools/autocli/plugins/ShellCmd.h>
+#include <CppTools/autocli/plugins/TemplateCheck.h>
 #include <CppTools/autocli/plugins/XmlPlugin.h>
 #include <CppTools/autocli/plugins/XmlUtil.h>
 #include <CppTools/callspec/CallTarget.h>

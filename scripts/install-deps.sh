@@ -1,7 +1,7 @@
 #!/bin/sh
-# Installs the Debian packages that building and testing need, and when asked those that only the
-# benchmarks or the profiles need: `install-deps.sh bench`, `install-deps.sh profile`. Only what is
-# missing is installed; with nothing missing neither root nor the network is needed. Asks nothing.
+# Installs the Debian packages that building and testing need, and a group more when it is named,
+# such as `install-deps.sh bench` for the benchmarks; the groups stand below. Only what is missing is
+# installed; with nothing missing neither root nor the network is needed. Asks nothing.
 set -eu
 
 packages="
@@ -32,6 +32,18 @@ bench)
     libcli11-dev
     python3-lxml
     rapidjson-dev
+"
+    ;;
+reference)
+    packages="$packages
+    doxygen
+"
+    ;;
+fuzz)
+    packages="$packages
+    clang
+    libclang-rt-dev
+    llvm
 "
     ;;
 profile)

@@ -46,6 +46,7 @@ class CPPTOOLS_EXPORT Dispatcher {
     Dispatcher(const Dispatcher&) = delete;
     Dispatcher& operator=(const Dispatcher&) = delete;
 
+    /// The root of the tree that all plug-ins register in; never empty.
     std::shared_ptr<RootNamespace> GetRootNamespace() const { return root_; }
 
     /// Empties the list that `GetPluginNames` reads. Commands and formatters stay.
@@ -75,6 +76,7 @@ class CPPTOOLS_EXPORT Dispatcher {
     /// Loads the subdirectory "/lib64", if there is one, and then the directory itself.
     void AddExternalDirectory(const std::string& directory);
 
+    /// Loads both directories of `GetDefaultDirectories` and reports those that are missing.
     void AddDefaultDirectories();
 
     /// The command that the path of `input` names. Otherwise empty, with the reason in `output`
@@ -86,6 +88,7 @@ class CPPTOOLS_EXPORT Dispatcher {
     /// Finds the command, checks the input and runs it. True when `output` has no error then.
     bool ExecuteCommand(std::shared_ptr<CommandInput> input, std::shared_ptr<CommandOutput> output);
 
+    /// Whether a registered plug-in offers a formatter of that name. Logarithmic.
     bool HasFormatter(const std::string& name);
 
     /// Empty when no plug-in offers a formatter of that name.

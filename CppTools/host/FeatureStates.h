@@ -6,10 +6,11 @@
 
 namespace CppTools::Host {
 
-/// Switches of the host that decide which plug-in descriptors are loaded.
+/// Switches of the host: which plug-in descriptors are loaded, and how templates are filled.
 enum class Feature {
-    BuiltInSyslog,    ///< On: the descriptor "tandril-syslog.xml" is not needed and skipped.
-    PelorquenCommands ///< Off: the descriptor "pelorquencmd.xml" is skipped.
+    BuiltInSyslog,     ///< On: the descriptor "tandril-syslog.xml" is not needed and skipped.
+    PelorquenCommands, ///< Off: the descriptor "pelorquencmd.xml" is skipped.
+    StrictTemplates    ///< On: `ExtensionCommand` refuses values that change its templates.
 };
 
 /// Where the switches come from. A host program derives its own and installs it with
@@ -22,6 +23,8 @@ class CPPTOOLS_EXPORT FeatureStateSource {
 
     /// Called once by every dispatcher before anything is loaded.
     virtual void Initialize() = 0;
+
+    /// The state of a switch, asked for each time that it matters.
     virtual bool IsOn(Feature feature) const = 0;
 
   protected:
@@ -29,7 +32,7 @@ class CPPTOOLS_EXPORT FeatureStateSource {
 };
 
 /// Installs a source for the whole process; empty restores the library's own, with
-/// `BuiltInSyslog` off and `PelorquenCommands` on, so that both descriptors are loaded.
+/// `PelorquenCommands` on and the others off, so that both descriptors are loaded.
 CPPTOOLS_EXPORT void SetFeatureStateSource(std::shared_ptr<FeatureStateSource> source);
 
 /// The installed source; never empty.

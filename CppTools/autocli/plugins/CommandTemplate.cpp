@@ -1,13 +1,16 @@
 #include <CppTools/autocli/plugins/CommandTemplate.h>
 #include <CppTools/autocli/plugins/ConditionalRemoval.h>
+#include <CppTools/autocli/plugins/HeldValues.h>
+#include <CppTools/autocli/plugins/PlaceholderText.h>
 #include <CppTools/callspec/Input.h>
 
 #include <boost/algorithm/string/erase.hpp>
 #include <boost/algorithm/string/replace.hpp>
 
-#include <array>
 #include <optional>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace CppTools::AutoCli {
 
@@ -17,33 +20,6 @@ constexpr std::size_t kNone = std::string::npos;
 
 std::string Quoted(const std::string& text) {
     return "\"" + text + "\"";
-}
-
-/// The end of a placeholder behind its name: a comma, "true" or "false", and the closing brace.
-struct QuoteFlag {
-    std::size_t begin;
-    std::size_t end;
-    bool quote;
-};
-
-std::optional<QuoteFlag> QuoteFlagAt(std::string_view text, std::size_t begin) {
-    static constexpr std::array<std::pair<std::string_view, bool>, 2> kFlags = {
-        {{",true}", true}, {",false}", false}}};
-    for (const auto& [word, quote] : kFlags) {
-        if (text.substr(begin).starts_with(word)) {
-            return QuoteFlag{begin, begin + word.size(), quote};
-        }
-    }
-    return std::nullopt;
-}
-
-/// The first flag at or behind an offset behind which there is one.
-QuoteFlag FirstQuoteFlag(std::string_view text, std::size_t from) {
-    for (auto comma = text.find(',', from);; comma = text.find(',', comma + 1)) {
-        if (const auto flag = QuoteFlagAt(text, comma)) {
-            return *flag;
-        }
-    }
 }
 
 /// The offset of the last flag of the text.
@@ -57,25 +33,6 @@ std::size_t LastQuoteFlag(std::string_view text) {
         }
     }
     return kNone;
-}
-
-/// What follows $list{NAME,' up to the closing brace.
-struct ListTail {
-    char separator; ///< NUL when the template names none.
-    QuoteFlag flag;
-};
-
-/// Matches (.?)',(true|false)\} at an offset.
-std::optional<ListTail> ListTailAt(std::string_view text, std::size_t begin) {
-    for (const std::size_t length : {std::size_t{1}, std::size_t{0}}) {
-        const std::size_t quote = begin + length;
-        if (quote < text.size() && text[quote] == '\'') {
-            if (const auto flag = QuoteFlagAt(text, quote + 1)) {
-                return ListTail{length == 0 ? '\0' : text[begin], *flag};
-            }
-        }
-    }
-    return std::nullopt;
 }
 
 /// Builds a text from pieces of another and what replaces the pieces between them.
@@ -107,7 +64,9 @@ class Replacer {
 CommandTemplate::CommandTemplate(std::string text, TemplatePurpose purpose)
     : text_(std::move(text)), purpose_(purpose) {}
 
-void CommandTemplate::Fill(const std::string& name, const CallSpec::Input& input) {
+void CommandTemplate::Fill(const std::string& name, const CallSpec::Input& input,
+                           HeldValues* held) {
+    held_ = held;
     FillValue(name, input);
     FillConditional(name);
     FillList(name, input);
@@ -132,7 +91,7 @@ void CommandTemplate::FillValue(const std::string& name, const CallSpec::Input& 
             last > 0 && text_[last - 1] == '\'' && after < text_.size() && text_[after] == '\'';
         value = isQuoted ? Remove(value, '\'') : Sanitize(value);
     }
-    boost::algorithm::replace_all(text_, placeholder, value);
+    boost::algorithm::replace_all(text_, placeholder, Inserted(std::move(value)));
 }
 
 /// \$if\{NAME,(.+?)\}
@@ -171,6 +130,7 @@ void CommandTemplate::FillList(const std::string& name, const CallSpec::Input& i
     if (IsForCommandLine()) {
         value = Sanitize(value);
     }
+    value = Inserted(std::move(value));
     if (last->flag.quote) {
         value = Quoted(value);
     }
@@ -193,14 +153,15 @@ void CommandTemplate::FillMultiList(const std::string& name, const CallSpec::Inp
         return;
     }
     const std::size_t option = lastBegin + opening.size();
-    const QuoteFlag flag = FirstQuoteFlag(text_, option + 1);
+    const QuoteFlag flag = FirstQuoteFlag(text_, option + 1).value();
     const std::string value =
         JoinOptions(name, input, text_.substr(option, flag.begin - option), flag.quote);
 
     Replacer replacer(text_);
     for (auto begin = text_.find(opening); begin <= lastBegin;
          begin = text_.find(opening, replacer.Done())) {
-        replacer.Replace(begin, FirstQuoteFlag(text_, begin + opening.size() + 1).end, value);
+        const std::size_t end = FirstQuoteFlag(text_, begin + opening.size() + 1)->end;
+        replacer.Replace(begin, end, value);
     }
     text_ = replacer.Finish();
 }
@@ -214,9 +175,14 @@ std::string CommandTemplate::JoinOptions(const std::string& name, const CallSpec
         if (IsForCommandLine()) {
             value = quote ? Remove(value, '"') : Sanitize(value);
         }
+        value = Inserted(std::move(value));
         joined += " " + option + " " + (quote ? Quoted(value) : value);
     }
     return joined;
+}
+
+std::string CommandTemplate::Inserted(std::string value) const {
+    return held_ == nullptr ? value : held_->Hold(std::move(value));
 }
 
 bool CommandTemplate::IsBadCharacter(char character) {

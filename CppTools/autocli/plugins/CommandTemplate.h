@@ -8,6 +8,8 @@ class Input;
 
 namespace CppTools::AutoCli {
 
+class HeldValues;
+
 /// What a template is filled for: values are sanitised for a command line only.
 enum class TemplatePurpose { CommandLine, StandardInput };
 
@@ -21,8 +23,9 @@ class CommandTemplate {
   public:
     CommandTemplate(std::string text, TemplatePurpose purpose);
 
-    /// Replaces the placeholders of a parameter that `input` has.
-    void Fill(const std::string& name, const CallSpec::Input& input);
+    /// Replaces the placeholders of a parameter that `input` has. Where values go, `held` puts
+    /// its marks, unless there is none.
+    void Fill(const std::string& name, const CallSpec::Input& input, HeldValues* held = nullptr);
 
     /// Removes the conditional pieces of parameters that were not filled in.
     void RemoveUnfilled();
@@ -44,11 +47,13 @@ class CommandTemplate {
     void FillMultiList(const std::string& name, const CallSpec::Input& input);
     std::string JoinOptions(const std::string& name, const CallSpec::Input& input,
                             const std::string& option, bool quote) const;
+    std::string Inserted(std::string value) const;
 
     bool IsForCommandLine() const { return purpose_ == TemplatePurpose::CommandLine; }
 
     std::string text_;
     TemplatePurpose purpose_;
+    HeldValues* held_ = nullptr; ///< Of the parameter that is filled in.
 };
 
 } // namespace CppTools::AutoCli

@@ -1,10 +1,12 @@
 #include <CppTools/autocli/plugins/CommandTemplate.h>
 #include <CppTools/autocli/plugins/ExtensionCommand.h>
 #include <CppTools/autocli/plugins/ShellCmd.h>
+#include <CppTools/autocli/plugins/StrictFilling.h>
 #include <CppTools/autocli/plugins/XmlUtil.h>
 #include <CppTools/callspec/Input.h>
 #include <CppTools/callspec/InputSpec.h>
 #include <CppTools/callspec/Output.h>
+#include <CppTools/host/FeatureStates.h>
 #include <CppTools/metaobj/CppToolException.h>
 #include <CppTools/metaobj/MetaObject.h>
 
@@ -114,6 +116,9 @@ std::shared_ptr<CallSpec::OutputSpec> ExtensionCommand::GetOutputSpecInternal() 
 
 void ExtensionCommand::ExecuteInternal(const std::shared_ptr<CallSpec::Input>& input,
                                        const std::shared_ptr<CallSpec::Output>& output) {
+    if (!AcceptsValues(*input, *output)) {
+        return;
+    }
     std::string line = SubstituteInput(input, false);
     if (std::getenv("LANG") == nullptr) {
         line = "LANG=en_US.UTF-8 " + line;
@@ -133,21 +138,24 @@ void ExtensionCommand::ExecuteInternal(const std::shared_ptr<CallSpec::Input>& i
     }
 }
 
+bool ExtensionCommand::AcceptsValues(const CallSpec::Input& input, CallSpec::Output& output) {
+    if (!Host::GetFeatureStateSource()->IsOn(Host::Feature::StrictTemplates)) {
+        return true;
+    }
+    return AreHarmless({{{executeCommand_, TemplatePurpose::CommandLine},
+                         {stdinTemplate_, TemplatePurpose::StandardInput}}},
+                       *GetInputSpec(), input, output);
+}
+
 std::string ExtensionCommand::SubstituteInput(const std::shared_ptr<CallSpec::Input>& input,
                                               bool forStdin) {
     const std::string& source = forStdin ? stdinTemplate_ : executeCommand_;
     if (source.find('$') == std::string::npos) {
         return source;
     }
-    CommandTemplate filled(source, forStdin ? TemplatePurpose::StandardInput
-                                            : TemplatePurpose::CommandLine);
-    for (const auto& parameter : GetInputSpec()->GetParameters()) {
-        if (input->HasParameter(parameter->GetName())) {
-            filled.Fill(parameter->GetName(), *input);
-        }
-    }
-    filled.RemoveUnfilled();
-    return filled.GetText();
+    return FillTemplate(source,
+                        forStdin ? TemplatePurpose::StandardInput : TemplatePurpose::CommandLine,
+                        *GetInputSpec(), *input);
 }
 
 std::string ExtensionCommand::SanitizeInput(const std::string& text) {

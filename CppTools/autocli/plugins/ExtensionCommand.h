@@ -21,12 +21,13 @@ FindPairedTokenSize(const char* text, std::size_t start, std::size_t end, char o
 /// "ERROR:..." at the head of what it prints become error messages instead.
 ///
 /// Templates name parameters by $val{NAME}, $if{NAME,TEXT}, $list{NAME,'SEP',QUOTE} and
-/// $multilist{NAME,OPTION,QUOTE}.
+/// $multilist{NAME,OPTION,QUOTE}. What to write in them is told by `AutoCli_CheckTemplate`.
 class CPPTOOLS_EXPORT ExtensionCommand : public Command {
   public:
     ExtensionCommand();
     ~ExtensionCommand() override;
 
+    /// Makes one that cannot run before its template and both specifications are set.
     static std::shared_ptr<ExtensionCommand> New();
 
     /// The template of the command line.
@@ -34,6 +35,9 @@ class CPPTOOLS_EXPORT ExtensionCommand : public Command {
 
     /// The template of the standard input; empty means that the child reads end of file.
     void SetStdin(const std::string& stdinTemplate);
+
+    /// The declarations that `GetInputSpecInternal` and `GetOutputSpecInternal` answer. Shared: the
+    /// input specification must be of this command alone.
     void SetInputSpec(std::shared_ptr<CallSpec::InputSpec> inputSpec);
     void SetOutputSpec(std::shared_ptr<CallSpec::OutputSpec> outputSpec);
 
@@ -45,6 +49,11 @@ class CPPTOOLS_EXPORT ExtensionCommand : public Command {
 
     /// Runs the command. What goes wrong with the child's output becomes error messages; throws
     /// when the child cannot be started, fed or read.
+    ///
+    /// While the host's switch `StrictTemplates` is on, a call runs nothing and gets messages that
+    /// name the parameter instead when one of its values spells a placeholder, alone, with others
+    /// or with the template; when it holds a NUL; when an integer begins with white space; and
+    /// when there are several values where one was declared. That costs two more fillings.
     void ExecuteInternal(const std::shared_ptr<CallSpec::Input>& input,
                          const std::shared_ptr<CallSpec::Output>& output) override;
 
@@ -61,6 +70,8 @@ class CPPTOOLS_EXPORT ExtensionCommand : public Command {
     std::string SanitizeChar(const std::string& text, char character);
 
   private:
+    bool AcceptsValues(const CallSpec::Input& input, CallSpec::Output& output);
+
     std::shared_ptr<CallSpec::InputSpec> inputSpec_;
     std::shared_ptr<CallSpec::OutputSpec> outputSpec_;
     std::string executeCommand_;

@@ -1,5 +1,6 @@
-// A plug-in library with one command, "folder content list". It shows what a plug-in consists of:
-// the declaration of parameters and of the result, the work, and the entry point at the end.
+// A plug-in library with two commands, "folder content list" and "folder content count". It shows
+// what a plug-in consists of: the declaration of parameters and of the result, the work, and the
+// entry point at the end.
 
 #include <CppTools/CppTools.h>
 
@@ -62,6 +63,29 @@ long SizeOf(const std::filesystem::directory_entry& entry) {
                : 0;
 }
 
+std::shared_ptr<ParameterSpec> PathParameter() {
+    // Parameters are required until they say otherwise.
+    auto path = ParameterSpec::New("path", ParameterType::String);
+    path->SetShortName("p");
+    path->SetDescription("The folder.");
+    return path;
+}
+
+/// What is wrong with one call is a message in its output, as many as there are reasons.
+Entries ReadFolder(const std::string& path, Output& output) {
+    Entries entries;
+    std::error_code failure;
+    std::filesystem::directory_iterator folder(path, failure);
+    for (; !failure && folder != std::filesystem::directory_iterator(); folder.increment(failure)) {
+        entries.emplace(folder->path().filename().string(), *folder);
+    }
+    if (failure) {
+        output.AddErrorMessage("Unable to read folder " + path + ": " + failure.message());
+    }
+    return entries;
+}
+
+/// One command is one class. This one gives a list of structures.
 class ListContent : public Command {
   public:
     ListContent() {
@@ -76,12 +100,7 @@ class ListContent : public Command {
     /// Every call is checked against this before the command runs. "--help" is added to it.
     std::shared_ptr<InputSpec> GetInputSpecInternal() override {
         auto spec = InputSpec::New();
-
-        // Parameters are required until they say otherwise.
-        auto path = ParameterSpec::New("path", ParameterType::String);
-        path->SetShortName("p");
-        path->SetDescription("The folder.");
-        spec->AddParameter(path);
+        spec->AddParameter(PathParameter());
 
         auto kinds = ParameterConstraint::New(ParameterConstraintType::StringEnum);
         kinds->AddStringEnum("file", "files that hold bytes");
@@ -109,20 +128,11 @@ class ListContent : public Command {
         return spec;
     }
 
-    /// What is wrong with one call is a message in its output. What is thrown becomes one, too.
+    /// A result beside a message is not shown: a call with messages has failed. What is thrown
+    /// becomes a message, too.
     void ExecuteInternal(const std::shared_ptr<Input>& input,
                          const std::shared_ptr<Output>& output) override {
-        const std::string& path = input->GetParameter("path");
-        std::error_code failure;
-        std::filesystem::directory_iterator folder(path, failure);
-        if (failure) {
-            output->AddErrorMessage("Unable to read folder " + path + ": " + failure.message());
-            return;
-        }
-        Entries entries;
-        for (const auto& entry : folder) {
-            entries.emplace(entry.path().filename().string(), entry);
-        }
+        const Entries entries = ReadFolder(input->GetParameter("path"), *output);
         output->SetRootObject(RowsFor(entries, *input));
     }
 
@@ -144,6 +154,51 @@ class ListContent : public Command {
     }
 };
 
+/// And this one gives one structure, which the formatter "simple" shows as a block.
+class CountContent : public Command {
+  public:
+    CountContent() {
+        SetDescription("Count what a folder holds.");
+        SetDefaultOutputFormatter("simple");
+        SetDefaultOutputParameter("fields:FolderCount", "Files,Bytes,Folders,Links,Others");
+        SetDefaultOutputParameter("align-fields", "true");
+    }
+
+    std::shared_ptr<InputSpec> GetInputSpecInternal() override {
+        auto spec = InputSpec::New();
+        spec->AddParameter(PathParameter());
+        return spec;
+    }
+
+    std::shared_ptr<OutputSpec> GetOutputSpecInternal() override {
+        auto spec = OutputSpec::New();
+        spec->SetRootObject(NewCount({}));
+        return spec;
+    }
+
+    void ExecuteInternal(const std::shared_ptr<Input>& input,
+                         const std::shared_ptr<Output>& output) override {
+        output->SetRootObject(NewCount(ReadFolder(input->GetParameter("path"), *output)));
+    }
+
+  private:
+    static std::shared_ptr<MetaStruct> NewCount(const Entries& entries) {
+        std::map<std::string, long> count;
+        long bytes = 0;
+        for (const auto& [name, entry] : entries) {
+            ++count[KindOf(entry)];
+            bytes += SizeOf(entry);
+        }
+        auto result = MetaStruct::New("FolderCount");
+        result->SetField("Files", count["file"]);
+        result->SetField("Bytes", bytes);
+        result->SetField("Folders", count["folder"]);
+        result->SetField("Links", count["link"]);
+        result->SetField("Others", count["other"]);
+        return result;
+    }
+};
+
 } // namespace
 
 /// The one symbol that the tool looks up. It receives the root of the command tree. A name that
@@ -155,4 +210,5 @@ AutoCli_RegisterNamespaces(std::shared_ptr<Namespace> root) {
     const auto content = folder->SubNamespace("content");
     content->SetDescription("What a folder holds.");
     content->RegisterNamespaceNode(std::make_shared<ListContent>(), "list");
+    content->RegisterNamespaceNode(std::make_shared<CountContent>(), "count");
 }
