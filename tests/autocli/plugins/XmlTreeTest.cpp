@@ -1,6 +1,10 @@
 #include <CppTools/autocli/plugins/XmlPlugin.h>
 #include <CppTools/autocli/plugins/XmlUtil.h>
 
+#include <CppTools/autocli/CommandOutput.h>
+#include <CppTools/autocli/Dispatcher.h>
+#include <CppTools/autocli/formatters/DisplayContext.h>
+#include <CppTools/autocli/formatters/FormatParameters.h>
 #include <CppTools/metaobj/MetaList.h>
 #include <CppTools/metaobj/MetaObject.h>
 #include <gtest/gtest.h>
@@ -18,6 +22,7 @@
 #include <iostream>
 #include <netinet/in.h>
 #include <poll.h>
+#include <sstream>
 #include <string>
 #include <sys/socket.h>
 #include <system_error>
@@ -395,6 +400,27 @@ TEST(XmlTreeTest, Initialize_DeepDescriptor_IsRefused) {
     std::string message;
     PrintedBy([&] { message = ThrownBy([&] { XmlPlugin::New(path)->Initialize(); }); });
     EXPECT_EQ(message, DescriptorMessage(path, "Unable to parse XML descriptor: " + path));
+}
+
+TEST(XmlTreeTest, ParseXmlOutput_DeepestDocument_IsComparedAndShownByEveryFormatter) {
+    constexpr std::size_t kLevels = 126;
+    const auto value =
+        XmlUtil_ParseXmlOutput("<o>" + Repeat("<structure typeName='A'><field name='a'>", kLevels) +
+                               "<int>1</int>" + Repeat("</field></structure>", kLevels) + "</o>");
+    ASSERT_NE(value, nullptr);
+    EXPECT_TRUE(value->IsSameStructure(value, nullptr));
+    EXPECT_EQ(value->ToString(), Repeat("{'a' => '", kLevels) + "1" + Repeat("', }", kLevels));
+    CppTools::AutoCli::Dispatcher dispatcher;
+    for (const char* formatter : {"simple", "xml", "json", "python"}) {
+        const auto output = CppTools::AutoCli::CommandOutput::New();
+        output->SetRootObject(value);
+        CppTools::AutoCli::FormatParameters parameters;
+        parameters.SetFormatter(formatter);
+        CppTools::AutoCli::DisplayContext display;
+        std::ostringstream text;
+        EXPECT_TRUE(dispatcher.FormatOutput(output, parameters, display, text)) << formatter;
+        EXPECT_NE(text.str().find('1'), std::string::npos) << formatter;
+    }
 }
 
 std::string HundredMegabytes(const std::string& declaration) {
