@@ -165,10 +165,12 @@ bool NamesProgramOnly(const std::string& text, const std::string& program) {
     return true;
 }
 
-/// Whether every command of an accepted template certainly runs.
+/// Whether every command of an accepted template certainly runs, with no file missing that it
+/// reads.
 bool RunsAll(const std::string& text) {
-    return text.find("||") == text.npos && text.find("cat") == text.npos &&
-           text.find("exec") == text.npos && NamesProgramOnly(text, PRINT_ARGUMENTS);
+    return text.find("||") == text.npos && text.find('<') == text.npos &&
+           text.find("cat") == text.npos && text.find("exec") == text.npos &&
+           NamesProgramOnly(text, PRINT_ARGUMENTS);
 }
 
 std::vector<std::string> ReportedCalls(const std::string& output) {
