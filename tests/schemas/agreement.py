@@ -74,10 +74,10 @@ class Grammar:
                 stdout=subprocess.DEVNULL,
                 stderr=subprocess.PIPE,
             )
-            said = run.stderr.decode(errors="replace").splitlines()
-            if any("failed to compile" in line for line in said):
-                sys.exit(f"{self.file} is no grammar:\n" + "\n".join(said[:20]))
-            passed.update(re.findall(r"^(\S+) validates$", run.stderr.decode(errors="replace"), re.M))
+            said = run.stderr.decode(errors="replace")
+            if "failed to compile" in said:
+                sys.exit(f"{self.file} is no grammar:\n{said[:2000]}")
+            passed.update(re.findall(r"^(\S+) validates$", said, re.MULTILINE))
         return passed
 
 
@@ -159,9 +159,9 @@ def collect(folder, recorded, good):
             print(f"left out, too many elements: {file.name}")
     for number, file in enumerate(good):
         shutil.copy(file, folder / f"good{number}.xml")
-    own = TEXTS + [text for kind in KINDS for text in mutations(HERE / f"complete-{kind}.xml", MUTATIONS)]
-    for number, text in enumerate(own):
-        (folder / f"own{number}.xml").write_text(text)
+    spoilt = [mutations(HERE / f"complete-{kind}.xml", MUTATIONS) for kind in KINDS]
+    for number, text in enumerate(sum(spoilt, TEXTS)):
+        (folder / f"own{number}.xml").write_text(text, encoding="utf-8")
     return [f"good{number}.xml" for number in range(len(good))]
 
 
@@ -194,7 +194,8 @@ def main():
     with tempfile.TemporaryDirectory() as scratch:
         folder = pathlib.Path(scratch)
         names = collect(folder, pathlib.Path(recorded), good)
-        troubles = compare(folder, names, Engine(verdicts), rewriting, pathlib.Path(schemas).resolve())
+        schemas = pathlib.Path(schemas).resolve()
+        troubles = compare(folder, names, Engine(verdicts), rewriting, schemas)
     for trouble in troubles:
         print(trouble, file=sys.stderr)
     sys.exit(1 if troubles else 0)

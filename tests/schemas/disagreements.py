@@ -25,7 +25,7 @@ class Refusal(NamedTuple):
 
 
 COMMON = [
-    Rewriting("prefixes", "the engine minds no prefixes; no name of a grammar stands for all of them"),
+    Rewriting("prefixes", "the engine minds no prefixes; a name in a grammar has one or none"),
     Rewriting("pieces", "the engine reads the last piece of a text, a grammar all of them as one"),
     Rewriting(
         "document-type",
@@ -38,10 +38,10 @@ REWRITINGS = {
     "rng": COMMON,
     "xsd": [
         Rewriting("root-name", "XSD has no word for a root of any name"),
-        Rewriting("unnoticed", "XSD cannot let any other element stand beside those with a meaning"),
+        Rewriting("unnoticed", "XSD lets no other element stand beside those with a meaning"),
         *COMMON,
-        Rewriting("empty-ones", "XSD wants an element once where the engine passes over empty ones"),
-        Rewriting("empty-attributes", "the XSD wants an attribute that means nothing to be absent"),
+        Rewriting("empty-ones", "XSD wants once what the engine also takes after empty ones"),
+        Rewriting("empty-attributes", "XSD wants an attribute that means nothing to be absent"),
         Rewriting("entries-without-text", "XSD ties no element's attributes to its text"),
     ],
 }
@@ -66,7 +66,7 @@ REFUSALS = [
     Refusal(
         "Duplicate Value found in ParameterConstraint::AddStringEnum",
         BOTH,
-        "as above; and that an entry of several pieces is several entries, no grammar sees",
+        "RELAX NG compares no two attributes; no grammar sees pieces, which are two entries",
     ),
     Refusal(
         "Duplicate Value found in ParameterConstraint::AddIntEnum",
@@ -79,7 +79,8 @@ REFUSALS = [
         "no grammar compares two numbers",
     ),
     Refusal(
-        "Unable to read an int value from: '\\s*[+-]?[0-9]{19,}|Expected integer, but got [+-]?[0-9]{19,}"
+        "Unable to read an int value from: '\\s*[+-]?[0-9]{19,}"
+        "|Expected integer, but got [+-]?[0-9]{19,}"
         "|Range requires both 'min' and 'max' attributes and that both are integers",
         BOTH,
         "that a number has 64 bits can only be said digit by digit, which nobody would read",
@@ -92,12 +93,12 @@ REFUSALS = [
     Refusal(
         "Invalid type specificed in MetaList",
         ("xsd",),
-        "XSD ties what is in an element to none of its attributes",
+        "XSD ties the children of an element to none of its attributes",
     ),
     Refusal(
         "Invalid constraint specified for parameter|Invalid type .* for secret, must be 'string'"
         "|There was no data included inside the <constraint> tag|Expected integer, but got",
         ("xsd",),
-        "as above",
+        "XSD ties neither attributes nor children to the value of an attribute",
     ),
 ]

@@ -1,5 +1,7 @@
 """Texts on either side of what the engine takes, beside those that the other tests have it read."""
 
+import re
+
 
 def descriptor(inside):
     return f"<tandril-extension><version>1.0.0</version>{inside}</tandril-extension>"
@@ -31,9 +33,16 @@ def parameter(attributes, inside=""):
 
 
 def constrained(type_word, kind, inside):
-    return parameters(
-        parameter(f'name="aa" type="{type_word}"', f'<constraint type="{kind}">{inside}</constraint>')
-    )
+    constraint = f'<constraint type="{kind}">{inside}</constraint>'
+    return parameters(parameter(f'name="aa" type="{type_word}"', constraint))
+
+
+def entry(value, inside="x"):
+    return f"<enum-value value='{value}'>{inside}</enum-value>"
+
+
+def entries(*inside):
+    return f"<enum>{''.join(inside)}</enum>"
 
 
 def result(inside):
@@ -97,6 +106,7 @@ DESCRIPTIONS = [
     )
 ]
 
+ONE_COMMAND = re.search("<command .*</command>", command()).group()
 COMMANDS = [
     command(),
     command(execute="<execute/>"),
@@ -125,13 +135,9 @@ COMMANDS = [
     command(outputs="<output-spec><float/></output-spec>"),
     command(formats="<format-parameters><formatter/><formatter/></format-parameters>"),
     command(formats="<format-parameters><format-parameter/><formatter/><x/></format-parameters>"),
-    namespaces("a").replace("<namespaces>", "<namespaces><other/>").replace(
-        "</version>", '</version><commands><other/></commands>'
-    ),
+    namespaces("a").replace("<namespaces>", "<commands><other/></commands><namespaces><other/>"),
     command().replace(' path="run"', ""),
-    command().replace("</commands>", "") .replace("</command>", "</command></commands>"),
-    command().replace("<commands>", '<commands><command path="run"><input-spec/><output-spec/>'
-                      "<format-parameters/><execute>x</execute></command>"),
+    command().replace("<commands>", "<commands>" + ONE_COMMAND),
     command().replace('path="run"', 'path="run" other="x"'),
     command().replace('path="run"', 'path="a.run"'),
 ]
@@ -163,15 +169,16 @@ PARAMETERS = [
     )
 ] + [
     parameters("<parameter name='aa' type='string'/>"),
-    parameters("<parameter name='aa' type='string'><other/><description>D</description></parameter>"),
+    parameters(parameter('name="aa" type="string"', "<other/>words")),
     parameters(parameter('name="aa" type="int"'), parameter('name="aa" type="int"')),
     parameters(
-        parameter('name="aa" type="int" shortname="s"'), parameter('name="bb" type="int" shortname="s"')
+        parameter('name="aa" type="int" shortname="s"'),
+        parameter('name="bb" type="int" shortname="s"'),
     ),
     parameters("<context-supported/>", "<other/>", "words"),
 ]
 
-ONE = '<enum><enum-value value="1">x</enum-value></enum>'
+ONE = entries(entry("1"))
 CONSTRAINTS = [
     constrained(type_word, kind, inside)
     for type_word in ("string", "string-list", "int", "int-list", "bool", "bool-list", "flag")
@@ -193,14 +200,14 @@ CONSTRAINTS = [
         ("stringenum", ONE + ONE),
         ("stringenum", "<other/>" + ONE + "<regex/>"),
         ("stringenum", "<enum><other/></enum>"),
-        ("stringenum", "<enum><text/><enum-value value='a'>x</enum-value>words</enum>"),
-        ("stringenum", "<enum><enum-value value='a'/></enum>"),
-        ("stringenum", "<enum><enum-value value='a'/><enum-value value='a'>x</enum-value></enum>"),
-        ("stringenum", "<enum><enum-value value='a'>x</enum-value><enum-value value='a'>x</enum-value></enum>"),
-        ("stringenum", "<enum><enum-value value='a'>x<!-- y --></enum-value></enum>"),
-        ("stringenum", "<enum><enum-value value='a'>x<b/></enum-value></enum>"),
-        ("stringenum", "<enum><enum-value value='a'><b/></enum-value></enum>"),
-        ("stringenum", "<enum><enum-value value=''>x</enum-value></enum>"),
+        ("stringenum", entries("<text/>", entry("a"), "words")),
+        ("stringenum", entries(entry("a", ""))),
+        ("stringenum", entries(entry("a", ""), entry("a"))),
+        ("stringenum", entries(entry("a"), entry("a"))),
+        ("stringenum", entries(entry("a", "x<!-- y -->"))),
+        ("stringenum", entries(entry("a", "x<b/>"))),
+        ("stringenum", entries(entry("a", "<b/>"))),
+        ("stringenum", entries(entry(""))),
         ("stringenum", "<enum><enum-value>x</enum-value></enum>"),
         ("regex", "<regex/>"),
         ("regex", "<regex>(</regex>"),
@@ -211,13 +218,13 @@ CONSTRAINTS = [
 ] + [
     constrained("int", kind, inside)
     for kind, inside in (
-        ("intenum", "<enum><enum-value value='x'>x</enum-value></enum>"),
-        ("intenum", "<enum><enum-value value='x'/><enum-value value='1'>x</enum-value></enum>"),
-        ("intenum", "<enum><enum-value value='0x10'>x</enum-value></enum>"),
-        ("intenum", "<enum><enum-value value=' +7 &#10;z'>x</enum-value></enum>"),
-        ("intenum", "<enum><enum-value value='+-7'>x</enum-value></enum>"),
-        ("intenum", "<enum><enum-value value='1'>x</enum-value><enum-value value='01'>x</enum-value></enum>"),
-        ("intenum", "<enum><enum-value value='9223372036854775808'>x</enum-value></enum>"),
+        ("intenum", entries(entry("x"))),
+        ("intenum", entries(entry("x", ""), entry("1"))),
+        ("intenum", entries(entry("0x10"))),
+        ("intenum", entries(entry(" +7 &#10;z"))),
+        ("intenum", entries(entry("+-7"))),
+        ("intenum", entries(entry("1"), entry("01"))),
+        ("intenum", entries(entry("9223372036854775808"))),
         ("range", "<range/>"),
         ("range", "<range min='1'/>"),
         ("range", "<range min='1' max='x'/>"),
@@ -259,7 +266,8 @@ RESULTS = [
         "<structure typeName='T'><field name=''><int/></field></structure>",
         "<structure typeName='T'><field name='f'><int/><float/></field></structure>",
         "<structure typeName='T'><field name='f'><float/></field></structure>",
-        "<structure typeName='T'><field name='f'><int/></field><field name='f'><bool/></field></structure>",
+        "<structure typeName='T'><field name='f'><int/></field>"
+        "<field name='f'><bool/></field></structure>",
         "<structure xmlns='urn:x' typeName='T'/>",
         "<x:structure xmlns:x='urn:x' x:typeName='T'/>",
         "<list/>",

@@ -6,8 +6,8 @@ import xml.etree.ElementTree as ElementTree
 
 SEED = 20261122
 
-ATTRIBUTE_NAMES = ["name", "path", "type", "typeName", "value", "required", "secret", "min", "other"]
-ATTRIBUTE_VALUES = ["", "true", "int", "string", "structure", "stringenum", "range", "7", "a.b", "x"]
+ATTRIBUTE_NAMES = ["name", "path", "type", "typeName", "value", "required", "secret", "min", "x"]
+ATTRIBUTE_VALUES = ["", "true", "int", "string", "structure", "stringenum", "range", "7", "a.b"]
 TEXTS = ["", " ", "7", "word", "1.0.0"]
 
 

@@ -16,7 +16,7 @@ MODEL = re.compile(
 
 def trouble(descriptor):
     """What is wrong with a descriptor; None when nothing is."""
-    model = MODEL.search(descriptor.read_text())
+    model = MODEL.search(descriptor.read_text(encoding="utf-8"))
     if model is None:
         return "names no grammar"
     grammar = descriptor.parent / model.group(1)
