@@ -36,7 +36,8 @@ const std::vector<Position> kPositions = {{"bare", "args P"},
                                           {"in a here-document", "cat <<END\nP\nEND"},
                                           {"in `sh -c \"…\"`", "sh -c \"printf '<%s>' P\""},
                                           {"behind another value", "args $val{early}P"},
-                                          {"bare and again in `'…'`", "args P 'P'"}};
+                                          {"bare and again in `'…'`", "args P 'P'"},
+                                          {"`'a'…'b'`", "args 'a'P'b'"}};
 
 struct Kind {
     std::string title;
