@@ -10,6 +10,7 @@
 #include <CppTools/metaobj/MetaInt.h>
 #include <CppTools/metaobj/MetaString.h>
 
+#include <algorithm>
 #include <boost/regex.hpp>
 #include <cerrno>
 #include <charconv>

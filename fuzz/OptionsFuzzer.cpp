@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <boost/regex.hpp>
+#include <list>
 #include <memory>
 #include <string>
 #include <utility>

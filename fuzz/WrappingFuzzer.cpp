@@ -2,15 +2,12 @@
 // (bits) and the mark at a break, and the text.
 
 #include <fuzz/Laws.h>
+#include <fuzz/Rendering.h>
 #include <fuzz/Sections.h>
 
 #include <CppTools/autocli/formatters/CliDispatcherHelpFormatter.h>
 #include <CppTools/autocli/formatters/CommandHelpFormatter.h>
-#include <CppTools/autocli/formatters/DisplayContext.h>
 #include <CppTools/autocli/formatters/FieldText.h>
-#include <CppTools/autocli/formatters/FormatParameters.h>
-#include <CppTools/autocli/formatters/TableFormatter.h>
-#include <CppTools/callspec/Output.h>
 #include <CppTools/metaobj/MetaList.h>
 #include <CppTools/metaobj/MetaString.h>
 #include <CppTools/metaobj/MetaStruct.h>
@@ -24,9 +21,7 @@
 namespace {
 
 using namespace CppTools::AutoCli;
-using CppTools::CallSpec::Output;
 using CppTools::MetaObj::MetaList;
-using CppTools::MetaObj::MetaObject;
 using CppTools::MetaObj::MetaStruct;
 using CppTools::MetaObj::MetaType;
 using Fuzz::Require;
@@ -136,18 +131,6 @@ void CheckLines(const std::string& text, const Wrapping& wrapping) {
     Require(whole(text) == expected, "each line is wrapped by itself", whole(text));
 }
 
-template <typename FormatterType>
-std::string Render(const std::shared_ptr<MetaStruct>& record, int width) {
-    FormatParameters parameters;
-    DisplayContext display;
-    display.width = static_cast<std::uint16_t>(width);
-    auto output = Output::New();
-    output->SetRootObject(record);
-    std::ostringstream out;
-    FormatterType().Format(output, parameters, display, out);
-    return out.str();
-}
-
 /// Of lines behind a column: what stands there is one word, or no wider than the display.
 void CheckBehind(std::size_t column, const std::string& text, int width) {
     for (const std::string& line : Fuzz::Split(text, '\n')) {
@@ -188,7 +171,8 @@ void CheckCommandHelp(const std::string& text, int width, bool isRequired, bool 
     option->SetField("Secret", isSecret);
     const auto record = MetaStruct::New("TandrilCommandHelp");
     record->SetField("Param List", ListOf(option));
-    const std::string help = Render<CommandHelpFormatter>(record, width);
+    static CommandHelpFormatter formatter;
+    const std::string help = Fuzz::Render(formatter, record, {}, width).text;
     const std::string start = "Usage:   <options>\n\nDescription: \n\n  -n|--name   ";
     Require(help.starts_with(start), "help begins with its usage", help);
     Require(HoldsWords(help, text), "help keeps every word", help);
@@ -205,7 +189,8 @@ void CheckListing(const std::string& text, int width, bool isCommand) {
     const auto record = MetaStruct::New("TandrilCommandPrint");
     record->SetField("Path", MetaList::New(MetaType::String));
     record->SetField("NamespaceNodes", ListOf(node));
-    const std::string help = Render<CliDispatcherHelpFormatter>(record, width);
+    static CliDispatcherHelpFormatter formatter;
+    const std::string help = Fuzz::Render(formatter, record, {}, width).text;
     Require(HoldsWords(help, "disk " + text), "a listing keeps every word", help);
 }
 
