@@ -51,6 +51,16 @@ bool FitsParameter(PlaceholderKind kind, const ParameterSpec& parameter) {
     return true;
 }
 
+/// Whether a format of printf converts texts only. Some shells evaluate what becomes a number.
+bool HasTextConversionsOnly(const std::string& format) {
+    std::size_t percent = format.find('%');
+    while (percent != std::string::npos && percent + 1 < format.size() &&
+           (format[percent + 1] == 's' || format[percent + 1] == '%')) {
+        percent = format.find('%', percent + 2);
+    }
+    return percent == std::string::npos;
+}
+
 /// One template's commands, judged one after the other.
 class Judge {
   public:
@@ -127,7 +137,7 @@ class Judge {
 
     void JudgeFormat(const std::vector<Word>& words, std::size_t format) {
         const auto text = format < words.size() ? words[format].GetConstant() : std::nullopt;
-        if (!text || text->starts_with('-')) {
+        if (!text || text->starts_with('-') || !HasTextConversionsOnly(*text)) {
             Report(Rule::PrintfFormat, words[format - 1].pieces.front());
         }
     }

@@ -4,7 +4,6 @@
 #include <tests/support/NamedRow.h>
 #include <tests/support/TemplateChecking.h>
 
-#include <set>
 #include <string>
 #include <vector>
 
@@ -13,8 +12,6 @@
 namespace {
 
 using CppTools::AutoCli::AutoCli_CheckTemplate;
-using CppTools::AutoCli::AutoCli_GetTemplateRules;
-using CppTools::AutoCli::HazardSeverity;
 using CppTools::AutoCli::TemplateHazard;
 using TestSupport::kRowName;
 using TestSupport::NamedRow;
@@ -290,6 +287,9 @@ INSTANTIATE_TEST_SUITE_P(
         CheckRow{{"Builtin"}, "read $val{mode}", {"unknown-command 0"}},
         CheckRow{{"PrintfOption"}, "printf -v $val{mode}", {"printf-format 0"}},
         CheckRow{{"PrintfValue"}, "printf $val{mode}", {"printf-format 0"}},
+        CheckRow{{"PrintfOfANumber"}, "printf '%s %d' a $val{count}", {"printf-format 0"}},
+        CheckRow{{"PrintfOfNothing"}, "printf 'a%' $val{count}", {"printf-format 0"}},
+        CheckRow{{"PrintfOfTexts"}, "printf '%s%%%s' $val{count}", {}},
         CheckRow{{"PrintfAlone"}, "true $val{mode}; printf", {"printf-format 17"}}),
     kRowName);
 
@@ -388,28 +388,5 @@ INSTANTIATE_TEST_SUITE_P(
                  "/bin/x $list{may-count,',',false}",
                  {"may-be-absent 7 $list{may-count,',',false}"}}),
     kRowName);
-
-TEST(TemplateRulesTest, GetTemplateRules_EachHasANameOfItsOwnAndTexts) {
-    std::set<std::string> names;
-    for (const auto& rule : AutoCli_GetTemplateRules()) {
-        EXPECT_TRUE(names.insert(rule.name).second) << rule.name;
-        EXPECT_FALSE(rule.message.empty()) << rule.name;
-        EXPECT_FALSE(rule.advice.empty()) << rule.name;
-    }
-    EXPECT_EQ(names.size(), 32u);
-}
-
-TEST(TemplateRulesTest, Check_HazardHasTheTextsOfItsRule) {
-    const auto hazards = AutoCli_CheckTemplate("/bin/x $val{number}", NewCheckSpec(), "");
-    ASSERT_EQ(hazards.size(), 1u);
-    EXPECT_EQ(hazards[0].rule, "option-injection");
-    EXPECT_EQ(hazards[0].severity, HazardSeverity::Warning);
-    EXPECT_FALSE(hazards[0].inStdin);
-    EXPECT_EQ(hazards[0].position, 7u);
-    EXPECT_EQ(hazards[0].placeholder, "$val{number}");
-    EXPECT_EQ(hazards[0].message, "The value may begin with - and be taken for an option.");
-    EXPECT_EQ(hazards[0].advice,
-              "Write it behind -- or an option's name, or constrain how it begins.");
-}
 
 } // namespace
