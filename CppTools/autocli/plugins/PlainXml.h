@@ -75,7 +75,12 @@ class PlainXmlParser {
     struct Handler;
 
     struct Deleter {
-        void operator()(xmlParserCtxt* parser) const noexcept { xmlFreeParserCtxt(parser); }
+        /// A parser that reads declarations of entities keeps them in a document that it leaves
+        /// behind.
+        void operator()(xmlParserCtxt* parser) const noexcept {
+            xmlFreeDoc(parser->myDoc);
+            xmlFreeParserCtxt(parser);
+        }
     };
 
     template <typename Event>
