@@ -1,7 +1,7 @@
 #!/bin/sh
-# Installs the Debian packages that building and testing need, and when asked those that only the
-# benchmarks or the profiles need: `install-deps.sh bench`, `install-deps.sh profile`. Only what is
-# missing is installed; with nothing missing neither root nor the network is needed. Asks nothing.
+# Installs the Debian packages that building and testing need, and a group more when it is named,
+# such as `install-deps.sh bench` for the benchmarks; the groups stand below. Only what is missing is
+# installed; with nothing missing neither root nor the network is needed. Asks nothing.
 set -eu
 
 packages="
@@ -11,17 +11,20 @@ packages="
     g++
     gcovr
     googletest
+    iproute2
     libboost1.81-dev
     libgmock-dev
     libgtest-dev
     libutfcpp-dev
     libxml2-dev
     libxml2-utils
+    mount
     ninja-build
     nlohmann-json3-dev
     pkg-config
     procps
     python3
+    util-linux
 "
 case ${1:-} in
 bench)
@@ -34,9 +37,32 @@ bench)
     rapidjson-dev
 "
     ;;
+reference)
+    packages="$packages
+    doxygen
+"
+    ;;
+fuzz)
+    packages="$packages
+    clang
+    libclang-rt-dev
+    llvm
+"
+    ;;
 profile)
     packages="$packages
     heaptrack
+    valgrind
+"
+    ;;
+schemas)
+    packages="$packages
+    trang
+"
+    ;;
+valgrind)
+    packages="$packages
+    libc6-dbg
     valgrind
 "
     ;;

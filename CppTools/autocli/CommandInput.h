@@ -13,16 +13,19 @@ class CPPTOOLS_EXPORT CommandInput : public CallSpec::Input {
     CommandInput();
     ~CommandInput() override;
 
+    /// Makes one without a tool, a path or parameters.
     static std::shared_ptr<CommandInput> New();
 
     /// The tool's name as help shows it; empty until set.
     void SetDispatcher(const std::string& dispatcher);
 
+    /// Valid until the name is set again.
     const std::string& GetDispatcher() const { return dispatcher_; }
 
     /// Replaces the path, the names below the root.
     void SetCommandPath(const std::list<std::string>& path);
 
+    /// The names as they are kept; whoever changes them changes the path.
     std::list<std::string>& GetCommandPath() { return commandPath_; }
 
     /// The names joined by one blank.

@@ -10,8 +10,10 @@ class CPPTOOLS_EXPORT CommandOutput : public CallSpec::Output {
     CommandOutput();
     ~CommandOutput() override;
 
+    /// Makes one without a result, messages or rendered form.
     static std::shared_ptr<CommandOutput> New();
 
+    /// Keeps a copy of the rendered result for whoever runs the command in process.
     void SetFormattedString(const std::string& text);
 
     /// Empty until set.

@@ -52,6 +52,8 @@ class CPPTOOLS_EXPORT CommandSpec : public CallSpec::CallTargetSpec, public Name
     /// The command's own declarations, made afresh or kept by the command. Two commands cannot
     /// share one input specification, since each adds its help parameter to it.
     virtual std::shared_ptr<CallSpec::InputSpec> GetInputSpecInternal() = 0;
+
+    /// The shape of the result, see `GetOutputSpec`.
     virtual std::shared_ptr<CallSpec::OutputSpec> GetOutputSpecInternal() = 0;
 
     /// Pairs of arguments and description, in the order added.
@@ -59,14 +61,21 @@ class CPPTOOLS_EXPORT CommandSpec : public CallSpec::CallTargetSpec, public Name
         return examples_;
     }
 
+    /// Adds an example for the help record: what is typed after the path of the command, and what
+    /// that does. Pointers must not be null.
     void AddExample(std::string arguments, std::string description);
     void AddExample(const char* arguments, const char* description);
 
+    /// The formatter of results when the user names none. Until set nothing is printed. The name is
+    /// looked up when a result is shown.
     void SetDefaultOutputFormatter(std::string name);
     void SetDefaultOutputFormatter(const char* name);
+
+    /// A parameter for that formatter; the user's own win.
     void SetDefaultOutputParameter(std::string key, std::string value);
     void SetDefaultOutputParameter(const char* key, const char* value);
 
+    /// A copy, so that the options of one call do not outlast it.
     FormatParameters GetDefaultOutputFormatParameters() const { return defaultOutputFormat_; }
 
     /// Makes the help record of this command the result of `output`.

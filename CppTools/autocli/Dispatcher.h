@@ -13,6 +13,10 @@ namespace CppTools::CallSpec {
 class Output;
 } // namespace CppTools::CallSpec
 
+namespace CppTools::Host {
+class FileTrust;
+} // namespace CppTools::Host
+
 namespace CppTools::AutoCli {
 
 class Command;
@@ -42,6 +46,7 @@ class CPPTOOLS_EXPORT Dispatcher {
     Dispatcher(const Dispatcher&) = delete;
     Dispatcher& operator=(const Dispatcher&) = delete;
 
+    /// The root of the tree that all plug-ins register in; never empty.
     std::shared_ptr<RootNamespace> GetRootNamespace() const { return root_; }
 
     /// Empties the list that `GetPluginNames` reads. Commands and formatters stay.
@@ -58,6 +63,9 @@ class CPPTOOLS_EXPORT Dispatcher {
 
     /// Loads a plug-in file: a shared library when its name ends in ".so", a descriptor when it
     /// ends in ".xml"; any other name is ignored. Throws what loading and registration throw.
+    /// For root, a file that others may change is reported on standard error once, before it is
+    /// loaded: "Warning: plugin P can be changed by others than root: Q is owned by user N", where
+    /// Q is the file, or a directory or link on the way to it.
     void AddPlugin(const std::string& path);
 
     /// Loads every plug-in file of a directory in ascending order of their names. A file that
@@ -68,6 +76,7 @@ class CPPTOOLS_EXPORT Dispatcher {
     /// Loads the subdirectory "/lib64", if there is one, and then the directory itself.
     void AddExternalDirectory(const std::string& directory);
 
+    /// Loads both directories of `GetDefaultDirectories` and reports those that are missing.
     void AddDefaultDirectories();
 
     /// The command that the path of `input` names. Otherwise empty, with the reason in `output`
@@ -79,6 +88,7 @@ class CPPTOOLS_EXPORT Dispatcher {
     /// Finds the command, checks the input and runs it. True when `output` has no error then.
     bool ExecuteCommand(std::shared_ptr<CommandInput> input, std::shared_ptr<CommandOutput> output);
 
+    /// Whether a registered plug-in offers a formatter of that name. Logarithmic.
     bool HasFormatter(const std::string& name);
 
     /// Empty when no plug-in offers a formatter of that name.
@@ -103,6 +113,9 @@ class CPPTOOLS_EXPORT Dispatcher {
 
   private:
     void RegisterFormatters(const std::shared_ptr<Plugin>& plugin);
+    void WarnOfWeakness(const std::string& path);
+
+    std::unique_ptr<Host::FileTrust> trust_;
 
     // Members are released from the last to the first: the tree goes before the plug-ins.
     std::vector<std::shared_ptr<Plugin>> loadedPlugins_;

@@ -10,6 +10,7 @@ class CPPTOOLS_EXPORT Namespace : public NamespaceNode {
     Namespace();
     ~Namespace() override;
 
+    /// Makes one that is not yet registered.
     static std::shared_ptr<Namespace> New();
 
     std::shared_ptr<NamespaceNode> GetThis() override;

@@ -26,8 +26,8 @@ class CPPTOOLS_EXPORT NamespaceNode : public std::enable_shared_from_this<Namesp
   public:
     /// What `GetType` answers. The numbers are part of the interface.
     static constexpr int kRootType = 0;
-    static constexpr int kNamespaceType = 1;
-    static constexpr int kCommandType = 2;
+    static constexpr int kNamespaceType = 1; ///< Has children of its own.
+    static constexpr int kCommandType = 2;   ///< A leaf, which is a `Command`.
 
     virtual ~NamespaceNode();
     NamespaceNode(const NamespaceNode&) = delete;
@@ -35,6 +35,8 @@ class CPPTOOLS_EXPORT NamespaceNode : public std::enable_shared_from_this<Namesp
 
     /// This node; `std::bad_weak_ptr` is thrown when no shared pointer holds it.
     virtual std::shared_ptr<NamespaceNode> GetThis() = 0;
+
+    /// One of the three numbers above.
     virtual int GetType() = 0;
 
     /// The names from below the root down to this node. Throws "GetPath: Invalid state for
@@ -45,6 +47,7 @@ class CPPTOOLS_EXPORT NamespaceNode : public std::enable_shared_from_this<Namesp
     /// "GetPathString: " in front.
     virtual std::string GetPathString(char separator);
 
+    /// Whether there is a child of that name. Logarithmic.
     virtual bool HasNamespaceNode(const std::string& name);
 
     /// The children's names and the children, in ascending name order.
@@ -72,6 +75,8 @@ class CPPTOOLS_EXPORT NamespaceNode : public std::enable_shared_from_this<Namesp
 
     /// The dispatcher that the tree belongs to, not owned.
     virtual Dispatcher* GetDispatcher() = 0;
+
+    /// Called by the parent that registers this node, which then is referred to weakly.
     virtual void SetParent(std::shared_ptr<NamespaceNode> parent) = 0;
 
     /// Empty when the node is not registered or its parent is gone.
@@ -84,8 +89,10 @@ class CPPTOOLS_EXPORT NamespaceNode : public std::enable_shared_from_this<Namesp
     /// and must conform to 'camel' casing."
     void SetName(const std::string& name);
 
+    /// One or two sentences for listings and help; empty until set.
     const std::string& GetDescription() const { return description_; }
 
+    /// Replaces the description. The pointer must not be null.
     void SetDescription(std::string description);
     void SetDescription(const char* description);
 

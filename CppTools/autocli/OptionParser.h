@@ -26,6 +26,7 @@ namespace CppTools::AutoCli {
 /// so far.
 class CPPTOOLS_EXPORT OptionParser {
   public:
+    /// Names and values in the order given; flags have the empty value.
     using Parameters = std::vector<std::pair<std::string, std::string>>;
 
     /// The dispatcher's name is "tandril" unless it is given.
@@ -50,14 +51,20 @@ class CPPTOOLS_EXPORT OptionParser {
     /// What went wrong so far, in the order found.
     const std::vector<std::string>& GetParseErrors() const { return parseErrors_; }
 
+    /// The name of the tool, as it was invoked.
     const std::string& GetDispatcher() const { return dispatcher_; }
 
+    /// The words before the first option of the command: namespaces and the command, from the
+    /// root downwards.
     const std::list<std::string>& GetCommandPath() const { return commandPath_; }
 
+    /// The same as `GetCommandPath`.
     const std::list<std::string>& GetNamespaces() const { return commandPath_; }
 
+    /// The options between the name of the tool and the path.
     const Parameters& GetDispatcherParameters() const { return dispatcherParameters_; }
 
+    /// Whether that option was given, with or without a value.
     bool HasDispatcherParameter(const std::string& name) const;
 
     /// Every value given under that name, in order.
@@ -72,7 +79,8 @@ class CPPTOOLS_EXPORT OptionParser {
     std::string ToString();
 
     /// Reads a line of standard input without echo, if that is a terminal, and without its line
-    /// end. The terminal is as before when this returns, throws or is ended by a signal.
+    /// end. The terminal is as before when this returns, throws or is ended by a signal. Empty when
+    /// nothing can be read, also from a terminal whose echo cannot be switched off.
     static std::string GetSilentString();
 
     /// Whether the word is shaped like an option: "-x", "--name" or "--name=value".

@@ -11,6 +11,7 @@ class CPPTOOLS_EXPORT RootNamespace : public Namespace {
     explicit RootNamespace(Dispatcher* dispatcher);
     ~RootNamespace() override;
 
+    /// Makes a root of its own tree. `dispatcher` is not owned and may be null.
     static std::shared_ptr<RootNamespace> New(Dispatcher* dispatcher);
 
     std::shared_ptr<NamespaceNode> GetThis() override;

@@ -16,7 +16,10 @@ class CPPTOOLS_EXPORT CallTargetSpec {
   public:
     virtual ~CallTargetSpec();
 
+    /// The parameters that a call takes. May throw `CppToolException` for a wrong declaration.
     virtual std::shared_ptr<InputSpec> GetInputSpec() = 0;
+
+    /// The shape that a result has. May throw likewise.
     virtual std::shared_ptr<OutputSpec> GetOutputSpec() = 0;
 
   protected:

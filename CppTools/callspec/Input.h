@@ -21,6 +21,7 @@ class CPPTOOLS_EXPORT Input {
     Input(const Input&) = delete;
     Input& operator=(const Input&) = delete;
 
+    /// Makes one without parameters, context or specification.
     static std::shared_ptr<Input> New();
 
     /// Appends a value. A flag is added with the empty value.
@@ -31,8 +32,12 @@ class CPPTOOLS_EXPORT Input {
         return parameters_;
     }
 
+    /// Whether any value was given for the parameter, the empty one of a flag included. Looks at no
+    /// specification. Pointers must not be null.
     bool HasParameter(const std::string& name) const;
     bool HasParameter(const char* name) const;
+
+    /// The same question, for flags.
     bool IsFlagSet(const std::string& name) const;
     bool IsFlagSet(const char* name) const;
 
@@ -71,6 +76,8 @@ class CPPTOOLS_EXPORT Input {
     /// byte would end the command line that the text is meant for.
     std::string GetParameterListAsString(const std::string& name, char separator, bool quote) const;
 
+    /// Adds to or replaces a part of the call's context, which commands read beside their
+    /// parameters.
     void SetContext(const std::string& key, const std::string& value);
 
     /// The empty string when the key is absent; valid until the context changes.

@@ -12,6 +12,7 @@ class Input;
 /// The parameters that a command declares, and the context keys that it supports.
 class CPPTOOLS_EXPORT InputSpec {
   public:
+    /// Makes one without parameters.
     static std::shared_ptr<InputSpec> New();
 
     /// Adds a parameter, which must not be null. Logarithmic. The specification is unchanged when
@@ -27,7 +28,10 @@ class CPPTOOLS_EXPORT InputSpec {
     /// The parameter of that long name, or empty. Logarithmic.
     std::shared_ptr<ParameterSpec> FindParameter(const std::string& name) const;
 
+    /// Declares that the command reads this key of the context.
     void SetContextSupported(const std::string& key);
+
+    /// Whether `SetContextSupported` was called with that key.
     bool IsContextSupported(const std::string& key) const;
 
     /// Whether `input` satisfies this specification. Every problem is added to `output`: first

@@ -32,8 +32,10 @@ class CPPTOOLS_EXPORT Output {
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
+    /// Makes one without a result and without messages.
     static std::shared_ptr<Output> New();
 
+    /// Adds a message for the user; the call has failed from then on.
     void AddErrorMessage(const std::string& message);
     void AddErrorMessage(const char* message);
     void AddErrorMessage(std::string&& message);
@@ -55,8 +57,10 @@ class CPPTOOLS_EXPORT Output {
     /// Empty until one was set.
     std::shared_ptr<MetaObj::MetaObject> GetRootObject() const { return rootObject_; }
 
+    /// Says what the root value is. `Result` until set.
     void SetOutputType(OutputType type) { outputType_ = type; }
 
+    /// What the root value is.
     OutputType GetOutputType() const { return outputType_; }
 
   private:

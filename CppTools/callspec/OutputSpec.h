@@ -7,8 +7,10 @@ namespace CppTools::CallSpec {
 /// The declared shape of a command's result: a prototype of the root value, and a description.
 class CPPTOOLS_EXPORT OutputSpec {
   public:
+    /// Makes one that declares no result yet.
     static std::shared_ptr<OutputSpec> New();
 
+    /// One sentence about the result, for help.
     void SetDescription(const std::string& description);
 
     /// "Documentation missing" when no description was set.

@@ -27,13 +27,16 @@ enum class ParameterConstraintType : int {
 /// the others is harmless.
 class CPPTOOLS_EXPORT ParameterConstraint {
   public:
+    /// Of that type for good.
     explicit ParameterConstraint(ParameterConstraintType type);
     ~ParameterConstraint();
     ParameterConstraint(const ParameterConstraint&) = delete;
     ParameterConstraint& operator=(const ParameterConstraint&) = delete;
 
+    /// Makes one without bounds, values or expression.
     static std::shared_ptr<ParameterConstraint> New(ParameterConstraintType type);
 
+    /// Which of the settings count.
     ParameterConstraintType GetType() const { return type_; }
 
     /// Throws "Invalid values for SetIntRange, constraints must have a min value <= max value".
@@ -64,6 +67,7 @@ class CPPTOOLS_EXPORT ParameterConstraint {
     /// then, by the regular-expression library's exception out of `Validate`.
     void SetStringRegex(std::string expression);
 
+    /// The expression as it was set; empty until then.
     const std::string& GetStringRegex() const;
 
     /// The expected values as help shows them, such as "integer in the range 1-5" or

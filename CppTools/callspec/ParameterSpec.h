@@ -24,14 +24,18 @@ class CPPTOOLS_EXPORT ParameterSpec {
     /// it is added to an `InputSpec`.
     ParameterSpec(std::string name, ParameterType type);
 
+    /// Makes a required parameter; throws as the constructor does. The pointer must not be null.
     static std::shared_ptr<ParameterSpec> New(const std::string& name, ParameterType type);
     static std::shared_ptr<ParameterSpec> New(std::string&& name, ParameterType type);
     static std::shared_ptr<ParameterSpec> New(const char* name, ParameterType type);
 
+    /// The long name, without dashes.
     const std::string& GetName() const { return name_; }
 
+    /// The declared kind.
     ParameterType GetType() const { return type_; }
 
+    /// The same as `GetType`.
     ParameterType GetParameterType() const { return type_; }
 
     /// One letter or digit, or empty when there is no short name.
@@ -55,6 +59,7 @@ class CPPTOOLS_EXPORT ParameterSpec {
     void SetDescription(std::string description);
     void SetDescription(const char* description);
 
+    /// Whether a call without the parameter is refused.
     void SetRequired(bool required) { required_ = required; }
 
     /// Throws "Cannot be set for parameter " and the name, for any kind but `String`.
@@ -66,6 +71,7 @@ class CPPTOOLS_EXPORT ParameterSpec {
     /// type." An empty pointer changes nothing.
     void SetConstraint(const std::shared_ptr<ParameterConstraint>& constraint);
 
+    /// Whether several values can be given: true for the three list kinds.
     bool AllowMultiple() const;
 
     /// Reads the whole text as a decimal integer; leading white space and a sign are accepted,

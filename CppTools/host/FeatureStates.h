@@ -23,6 +23,8 @@ class CPPTOOLS_EXPORT FeatureStateSource {
 
     /// Called once by every dispatcher before anything is loaded.
     virtual void Initialize() = 0;
+
+    /// The state of a switch, asked for each time that it matters.
     virtual bool IsOn(Feature feature) const = 0;
 
   protected:

@@ -16,6 +16,7 @@ class CPPTOOLS_EXPORT CppToolException : public std::exception {
     explicit CppToolException(const char* message);
     explicit CppToolException(std::string message);
 
+    /// A copy has a message of its own.
     CppToolException(const CppToolException&);
     CppToolException& operator=(const CppToolException&);
     ~CppToolException() override;

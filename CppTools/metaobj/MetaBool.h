@@ -7,6 +7,7 @@ namespace CppTools::MetaObj {
 /// A boolean. There are two instances, shared by everybody; nothing is ever allocated for one.
 class CPPTOOLS_EXPORT MetaBool final : public MetaObject {
   public:
+    /// For `New` alone.
     MetaBool(bool value, FactoryFlag flag) : MetaObject(MetaType::Bool, flag), value_(value) {}
 
     /// The shared instance of false. References from both forms stay valid until the library is
@@ -14,6 +15,7 @@ class CPPTOOLS_EXPORT MetaBool final : public MetaObject {
     static const std::shared_ptr<MetaBool>& New();
     static const std::shared_ptr<MetaBool>& New(bool value);
 
+    /// The value, which never changes.
     bool GetValue() const { return value_; }
 
     /// "true" or "false".

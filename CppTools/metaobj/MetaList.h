@@ -32,6 +32,7 @@ class CPPTOOLS_EXPORT MetaList final : public MetaObject {
     static std::shared_ptr<MetaList> New(MetaType type,
                                          const std::shared_ptr<MetaStruct>& structure);
 
+    /// The kind of all elements.
     MetaType GetListType() const { return listType_; }
 
     /// The template of a list of structures, otherwise empty.
@@ -40,6 +41,7 @@ class CPPTOOLS_EXPORT MetaList final : public MetaObject {
     /// The elements in insertion order; valid until the list changes.
     const std::vector<std::shared_ptr<MetaObject>>& GetObjects() const { return objects_; }
 
+    /// The number of elements.
     unsigned int GetCount() const { return static_cast<unsigned int>(objects_.size()); }
 
     /// The stored element, valid until the list changes. `index` must be below the count.

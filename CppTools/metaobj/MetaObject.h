@@ -46,6 +46,7 @@ class CPPTOOLS_EXPORT MetaObject {
     /// of a list joined by ", ", a structure as {'name' => 'value', }. Linear in its length.
     virtual std::string ToString() const = 0;
 
+    /// The kind of this value, which tells the class to cast to.
     MetaType GetType() const { return type_; }
 
   protected:
@@ -55,6 +56,7 @@ class CPPTOOLS_EXPORT MetaObject {
         explicit FactoryFlag() = default;
     };
 
+    /// `type` must be the kind of the class that is being made.
     MetaObject(MetaType type, FactoryFlag) : type_(type) {}
 
     /// Values are only destroyed by the shared pointer that made them, as what they are.

@@ -7,6 +7,7 @@ namespace CppTools::MetaObj {
 /// A byte string, UTF-8 by convention. The empty string is one shared instance.
 class CPPTOOLS_EXPORT MetaString final : public MetaObject {
   public:
+    /// For `New` alone.
     MetaString(std::string value, FactoryFlag flag)
         : MetaObject(MetaType::String, flag), value_(std::move(value)) {}
 

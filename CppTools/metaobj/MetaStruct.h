@@ -36,8 +36,8 @@ class CPPTOOLS_EXPORT MetaStruct final : public MetaObject {
   public:
     /// One field's record.
     struct Field {
-        std::shared_ptr<MetaObject> value;
-        std::string documentation; ///< Empty when none was given.
+        std::shared_ptr<MetaObject> value; ///< Never empty.
+        std::string documentation;         ///< Empty when none was given.
     };
 
     /// Throws "Invalid name specified for MetaStruct: " and the name, unless
@@ -60,6 +60,7 @@ class CPPTOOLS_EXPORT MetaStruct final : public MetaObject {
     /// Valid as long as this structure.
     const std::string& GetTypeName() const;
 
+    /// Whether the structure was made after a definition, whose type name it has.
     bool HasStructureDefinition() const;
 
     /// Empty when there is no definition; valid as long as this structure.
@@ -68,6 +69,7 @@ class CPPTOOLS_EXPORT MetaStruct final : public MetaObject {
     /// Fixes the set of fields for good.
     void LockStructure() { locked_ = true; }
 
+    /// Whether there is a field of that name. Logarithmic.
     bool HasField(const std::string& name) const;
 
     /// Empty when there is no such field. Always the same object, until the field is set again; a
@@ -119,6 +121,7 @@ class CPPTOOLS_EXPORT MetaStruct final : public MetaObject {
     void SetField(const std::string& name, const std::vector<long>& values);
     void SetField(const std::string& name, const std::vector<bool>& values);
 
+    /// The same for a field that is named by a text constant.
     void SetField(const char* name, const std::shared_ptr<MetaObject>& value);
     void SetField(const char* name, const std::shared_ptr<MetaList>& value);
     void SetField(const char* name, const std::shared_ptr<MetaStruct>& value);

@@ -26,6 +26,8 @@ class LineReader {
         while (position_ < line_.size()) {
             if (IsIn(" \t", line_[position_])) {
                 ++position_;
+            } else if (line_.compare(position_, 2, "\\\n") == 0) {
+                position_ += 2;
             } else if (IsIn(kOperatorCharacters, line_[position_])) {
                 ReadOperator();
             } else if (line_[position_] == '#') {

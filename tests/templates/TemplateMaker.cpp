@@ -110,7 +110,7 @@ const Texts kBadCommands = {
     "{",      "xargs", "nice -$val{count}", "printf",         "read", "f()",
     "! true", "exec"};
 
-const Texts kJoints = {" ", " ", " ", " ", " ", " ", "  ", "\t", ""};
+const Texts kJoints = {" ", " ", " ", " ", " ", " ", "  ", "\t", " \\\n", "\\\n", ""};
 
 const Texts kOperators = {"; ", " && ", " || ", " | ", "\n", ";", "&&", "|"};
 

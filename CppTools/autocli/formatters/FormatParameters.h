@@ -12,12 +12,14 @@ namespace CppTools::AutoCli {
 /// of their keys.
 class CPPTOOLS_EXPORT FormatParameters {
   public:
+    /// Names the formatter; whether it exists shows when a result is rendered.
     void SetFormatter(std::string name);
     void SetFormatter(const char* name);
 
     /// Empty until set, which means that nothing is printed.
     const std::string& GetFormatter() const { return formatter_; }
 
+    /// All parameters by their keys; valid until they change.
     const std::map<std::string, std::string>& GetParameters() const { return parameters_; }
 
     /// A parameter with an empty value counts as present.
@@ -26,6 +28,7 @@ class CPPTOOLS_EXPORT FormatParameters {
     /// The empty string when the key is absent; valid until the parameters change.
     const std::string& GetParameter(const std::string& key) const;
 
+    /// Sets or replaces a parameter. Pointers must not be null.
     void SetParameter(std::string key, std::string value);
     void SetParameter(const char* key, const char* value);
 

@@ -18,9 +18,9 @@ class FormatParameters;
 
 /// The documentation of one formatter parameter.
 struct CPPTOOLS_EXPORT FormatterParam {
-    std::string name; ///< The key, possibly with a placeholder: "fields:<TypeName>".
-    std::string description;
-    bool flag = false; ///< Carried along; true for the table formatter's fields alone.
+    std::string name;        ///< The key, possibly with a placeholder: "fields:<TypeName>".
+    std::string description; ///< One sentence for users.
+    bool flag = false;       ///< Carried along; true for the table formatter's fields alone.
 };
 
 /// Renders results as text. A formatter keeps nothing between calls, so that one instance serves
@@ -39,6 +39,7 @@ class CPPTOOLS_EXPORT Formatter {
     virtual bool Format(const std::shared_ptr<CallSpec::Output>& output, FormatParameters& params,
                         DisplayContext& display, std::ostream& out) = 0;
 
+    /// The name under which users choose the formatter.
     const std::string& GetName() const { return name_; }
 
     /// One sentence for users.
@@ -48,6 +49,7 @@ class CPPTOOLS_EXPORT Formatter {
     const std::vector<FormatterParam>& GetParams() const { return params_; }
 
   protected:
+    /// For constructors of formatters: what `GetDescription` and `GetParams` answer.
     void SetDescription(std::string description);
     void AddParam(std::string name, std::string description, bool flag = false);
 

@@ -25,6 +25,8 @@ class CPPTOOLS_EXPORT SimpleFormatter : public Formatter {
     /// Writes one value at a nesting level, three columns each; an empty one writes nothing.
     void Format(std::shared_ptr<MetaObj::MetaObject> value, FormatParameters& params,
                 std::ostream& out, int level);
+
+    /// The parts of `Format` for a structure and for a list, with the same rule for empty ones.
     void FormatStruct(std::shared_ptr<MetaObj::MetaStruct> st, FormatParameters& params,
                       std::ostream& out, int level);
     void FormatList(std::shared_ptr<MetaObj::MetaList> list, FormatParameters& params,

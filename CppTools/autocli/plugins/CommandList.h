@@ -20,6 +20,7 @@ class CPPTOOLS_EXPORT CommandList : public Command {
     explicit CommandList(std::shared_ptr<Namespace> root);
     ~CommandList() override;
 
+    /// Makes one, see the constructor.
     static std::shared_ptr<CommandList> New(std::shared_ptr<Namespace> root);
 
     std::shared_ptr<CallSpec::InputSpec> GetInputSpecInternal() override;

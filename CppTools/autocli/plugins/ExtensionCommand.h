@@ -27,6 +27,7 @@ class CPPTOOLS_EXPORT ExtensionCommand : public Command {
     ExtensionCommand();
     ~ExtensionCommand() override;
 
+    /// Makes one that cannot run before its template and both specifications are set.
     static std::shared_ptr<ExtensionCommand> New();
 
     /// The template of the command line.
@@ -34,6 +35,9 @@ class CPPTOOLS_EXPORT ExtensionCommand : public Command {
 
     /// The template of the standard input; empty means that the child reads end of file.
     void SetStdin(const std::string& stdinTemplate);
+
+    /// The declarations that `GetInputSpecInternal` and `GetOutputSpecInternal` answer. Shared: the
+    /// input specification must be of this command alone.
     void SetInputSpec(std::shared_ptr<CallSpec::InputSpec> inputSpec);
     void SetOutputSpec(std::shared_ptr<CallSpec::OutputSpec> outputSpec);
 

@@ -11,6 +11,7 @@ class CPPTOOLS_EXPORT InternalPlugin : public Plugin {
     InternalPlugin();
     ~InternalPlugin() override;
 
+    /// Makes one that offers nothing before it is initialised.
     static std::shared_ptr<InternalPlugin> New();
 
     /// Makes the formatters table, simple, xml, python, json and commandhelp, in this order; a

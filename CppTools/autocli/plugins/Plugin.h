@@ -28,6 +28,7 @@ class CPPTOOLS_EXPORT Plugin {
     /// Adds the plug-in's namespaces and commands under `root`.
     virtual void RegisterNamespaces(std::shared_ptr<Namespace> root) = 0;
 
+    /// Whether the plug-in offers a formatter of that name.
     virtual bool HasFormatter(const std::string& name) = 0;
 
     /// Empty when the plug-in has no formatter of that name.

@@ -12,6 +12,7 @@ namespace CppTools::AutoCli {
 /// at least as long as anything that it registered.
 class CPPTOOLS_EXPORT SharedLibraryPlugin : public Plugin {
   public:
+    /// Touches no file before `Initialize`.
     explicit SharedLibraryPlugin(const std::string& path);
     ~SharedLibraryPlugin() override;
 

@@ -71,6 +71,8 @@ class Scanner {
         const auto placeholder = ReadPlaceholder(text_, position_);
         if (IsAmong(kBlanks, Peek())) {
             ++position_;
+        } else if (IsContinuation()) {
+            position_ += 2;
         } else if (IsAmong("\n;&|", Peek())) {
             ScanSeparator();
         } else if (IsAmong("<>", Peek())) {
@@ -257,6 +259,12 @@ class Scanner {
         if (!condition) {
             Report(rule, position);
         }
+    }
+
+    /// A line end that a backslash takes away, between words.
+    bool IsContinuation() const {
+        return Rest().starts_with("\\\n") && position_ > 0 &&
+               IsAmong(kBlanks, text_[position_ - 1]);
     }
 
     bool IsBeforeRedirection() const { return !AtEnd() && IsAmong("<>", Peek()); }

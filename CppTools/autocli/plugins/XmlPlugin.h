@@ -16,6 +16,7 @@ class NamespaceNode;
 /// Several descriptors may share a top-level namespace if they describe it alike.
 class CPPTOOLS_EXPORT XmlPlugin : public Plugin {
   public:
+    /// Touches no file before `Initialize`.
     explicit XmlPlugin(const std::string& path);
     ~XmlPlugin() override;
 

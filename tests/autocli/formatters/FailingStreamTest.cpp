@@ -105,12 +105,4 @@ TEST(FailingStreamValueTest, Format_ValueAndStreamThatThrow_TheValuesExceptionAr
     EXPECT_THROW(FormatTo(out, formatter, StructureWithASpeechlessValue()), std::runtime_error);
 }
 
-TEST(LargeCellTest, ColumnsArePaddedToAnyWidth) {
-    const std::string wide(100000, 'w');
-    const auto rows = Rows({Struct("T", {{"a", Text(wide)}, {"b", Text("y")}}),
-                            Struct("T", {{"a", Text("x")}, {"b", Text("z")}})});
-    EXPECT_EQ(TestSupport::RenderWith<TableFormatter>(rows, {{"show-header", "false"}}),
-              TestSupport::Rendering(true, wide + "  y\nx" + std::string(100001, ' ') + "z\n"));
-}
-
 } // namespace

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <libxml/parser.h>
+
+#include <memory>
+#include <new>
+
+namespace CppTools::AutoCli {
+
+struct XmlParserDeleter {
+    void operator()(xmlParserCtxt* parser) const noexcept { xmlFreeParserCtxt(parser); }
+};
+
+using XmlParser = std::unique_ptr<xmlParserCtxt, XmlParserDeleter>;
+
+inline XmlParser NewXmlParser() {
+    XmlParser parser(xmlNewParserCtxt());
+    if (!parser) {
+        throw std::bad_alloc();
+    }
+    return parser;
+}
+
+} // namespace CppTools::AutoCli
