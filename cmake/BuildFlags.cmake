@@ -22,6 +22,11 @@ else()
   target_link_options(CppToolsBuildFlags INTERFACE -Wl,--no-undefined)
 endif()
 
+if(CPPTOOLS_FUZZ)
+  # What the library reaches steers the fuzzers; each of them brings libFuzzer's main in itself.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # The standard headers that most sources include, parsed once for each target. Not under the
 # sanitizers, so that one build tells whether each source includes what it uses.
 function(cpptools_precompile_standard_headers target)

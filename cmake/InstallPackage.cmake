@@ -26,3 +26,12 @@ install(
                    \"${CMAKE_CURRENT_BINARY_DIR}/CppTools.pc\" @ONLY)")
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/CppTools.pc
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# The grammars of descriptors and of result documents, for editors and checks.
+install(
+  DIRECTORY schemas/
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/tandril/schemas
+  FILES_MATCHING
+  PATTERN "*.rnc"
+  PATTERN "*.rng"
+  PATTERN "*.xsd")

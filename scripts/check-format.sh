@@ -4,6 +4,6 @@ set -eu
 cd "$(dirname "$0")/.."
 
 ./scripts/install-deps.sh
-find CppTools tandril plugins devkit examples bench fuzz tests \
+find CppTools tandril tandril-result plugins devkit examples bench fuzz tests \
     \( -name '*.cpp' -o -name '*.h' \) -print0 2>/dev/null |
     xargs -0 clang-format --dry-run --Werror

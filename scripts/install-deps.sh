@@ -11,6 +11,7 @@ packages="
     g++
     gcovr
     googletest
+    iproute2
     libboost1.81-dev
     libgmock-dev
     libgtest-dev
@@ -18,11 +19,13 @@ packages="
     libxml2-dev
     libxml2-utils
     make
+    mount
     ninja-build
     nlohmann-json3-dev
     pkg-config
     procps
     python3
+    util-linux
 "
 case ${1:-} in
 bench)
@@ -40,6 +43,13 @@ reference)
     doxygen
 "
     ;;
+fuzz)
+    packages="$packages
+    clang
+    libclang-rt-dev
+    llvm
+"
+    ;;
 profile)
     packages="$packages
     heaptrack
@@ -49,6 +59,12 @@ profile)
 schemas)
     packages="$packages
     trang
+"
+    ;;
+valgrind)
+    packages="$packages
+    libc6-dbg
+    valgrind
 "
     ;;
 esac

@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 build() {
     ./scripts/install-deps.sh &&
         cmake --preset release &&
-        cmake --build --preset release --target tandril tandril-host-facts
+        cmake --build --preset release --target tandril tandril-host-facts tandril-result
 }
 
 tandril() {

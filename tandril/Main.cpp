@@ -2,6 +2,7 @@
 #include <CppTools/host/FeatureStates.h>
 
 #include <algorithm>
+#include <csignal>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -31,10 +32,24 @@ class ToolFeatures final : public CppTools::Host::FeatureStateSource {
     std::shared_ptr<FeatureStateSource> library_ = CppTools::Host::GetFeatureStateSource();
 };
 
+void HearNothing(int /*signal*/) {}
+
+/// Signals as this program wants them, whatever it was started by. A reader of its output who goes
+/// away is a failure to write, which is reported; that takes a handler, since commands would
+/// inherit it if the signal were ignored. Commands cannot be waited for while their signal is
+/// ignored.
+void ArrangeSignals() {
+    if (std::signal(SIGPIPE, HearNothing) == SIG_IGN) {
+        std::signal(SIGPIPE, SIG_IGN);
+    }
+    std::signal(SIGCHLD, SIG_DFL);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     using CppTools::AutoCli::CliDispatcher;
+    ArrangeSignals();
     try {
         CppTools::Host::SetFeatureStateSource(std::make_shared<ToolFeatures>());
         CliDispatcher dispatcher;

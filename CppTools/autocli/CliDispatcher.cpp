@@ -7,6 +7,7 @@
 #include <CppTools/autocli/RootNamespace.h>
 #include <CppTools/autocli/formatters/CliDispatcherHelpFormatter.h>
 #include <CppTools/autocli/formatters/DisplayContext.h>
+#include <CppTools/host/InputFile.h>
 #include <CppTools/host/ProcessSpawn.h>
 #include <CppTools/host/Terminal.h>
 #include <CppTools/metaobj/CppToolException.h>
@@ -18,8 +19,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <string_view>
 
@@ -36,18 +35,36 @@ constexpr long kWidestScreen = 9999;
 /// The width set by option for the whole process; 0 when none was set.
 long screenWidthOverride = 0;
 
-/// Ends the process. What standard output did not take was not delivered, so the line failed.
+/// Ends the process. What standard output did not take was not delivered, so the line failed. On a
+/// terminal only the file itself knows: there what fails is lost at once and not tried again.
 [[noreturn]] void EndProcess(bool success) {
     errno = 0;
     std::cout.flush();
     const bool flushed = std::fflush(stdout) == 0;
     const int error = errno;
-    if (!flushed || !std::cout) {
+    if (!flushed || !std::cout || std::ferror(stdout) != 0) {
         std::cerr << "Unable to write to standard output: "
                   << (error != 0 ? Host::StatusText(error) : "some of the output was lost") << '\n';
         success = false;
     }
     std::exit(success ? EXIT_SUCCESS : EXIT_FAILURE);
+}
+
+/// Why the last read from standard input failed: an errno number; 0 at its end. A process that was
+/// started without standard input has one without lines.
+int StandardInputError() {
+    return std::ferror(stdin) == 0 || errno == EBADF ? 0 : errno;
+}
+
+/// Whether a stream of lines came to its end; says so when it broke off, since the lines behind
+/// that were not run. A stream without an error of its own breaks off when memory is exhausted.
+bool IsWholeInput(const std::istream& stream, int error, const std::string& name) {
+    if (error == 0 && !stream.bad()) {
+        return true;
+    }
+    std::cerr << "Unable to read all of " << name << ": "
+              << Host::StatusText(error != 0 ? error : ENOMEM) << '\n';
+    return false;
 }
 
 void CopyParseErrors(const OptionParser& parser, CommandOutput& output) {
@@ -184,15 +201,16 @@ bool CliDispatcher::HandleInputOption(const std::vector<std::string>& values) {
     }
     const std::string& name = values.front();
     if (name == "STDIN") {
-        return ParseStreamInput(std::cin);
+        const bool result = ParseStreamInput(std::cin);
+        return IsWholeInput(std::cin, StandardInputError(), "standard input") && result;
     }
-    std::ifstream file(name);
-    std::error_code ignored;
-    if (!file || std::filesystem::is_directory(name, ignored)) {
+    Host::InputFile file(name);
+    if (file.Error() != 0) {
         std::cerr << "Unable to open file " << name << '\n';
         return false;
     }
-    return ParseStreamInput(file);
+    const bool result = ParseStreamInput(file.Stream());
+    return IsWholeInput(file.Stream(), file.Error(), "file " + name) && result;
 }
 
 bool CliDispatcher::RunCommand(OptionParser& parser, const std::shared_ptr<Command>& command,

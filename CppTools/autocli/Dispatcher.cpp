@@ -10,11 +10,13 @@
 #include <CppTools/callspec/InputSpec.h>
 #include <CppTools/host/Directory.h>
 #include <CppTools/host/FeatureStates.h>
+#include <CppTools/host/FileTrust.h>
 #include <CppTools/metaobj/CppToolException.h>
 
 #include <algorithm>
 #include <iostream>
 #include <string_view>
+#include <unistd.h>
 
 namespace CppTools::AutoCli {
 
@@ -43,6 +45,11 @@ std::shared_ptr<Plugin> NewPluginForFile(const std::string& path) {
     return nullptr;
 }
 
+/// Whether the path is a name alone, which the loader looks for in directories of its own.
+bool IsLookedUpByLoader(const std::string& path) {
+    return HasExtension(path, ".so") && path.find('/') == std::string::npos;
+}
+
 bool IsSwitchedOff(const std::string& fileName) {
     const auto states = Host::GetFeatureStateSource();
     return (fileName == "tandril-syslog.xml" && states->IsOn(Host::Feature::BuiltInSyslog)) ||
@@ -57,7 +64,7 @@ const std::array<std::string, 2>& Dispatcher::GetDefaultDirectories() {
     return directories;
 }
 
-Dispatcher::Dispatcher() {
+Dispatcher::Dispatcher() : trust_(std::make_unique<Host::FileTrust>(geteuid())) {
     Host::GetFeatureStateSource()->Initialize();
     auto builtIn = InternalPlugin::New();
     root_ = RootNamespace::New(this);
@@ -102,8 +109,20 @@ void Dispatcher::RegisterFormatters(const std::shared_ptr<Plugin>& plugin) {
 
 void Dispatcher::AddPlugin(const std::string& path) {
     if (auto plugin = NewPluginForFile(path)) {
+        WarnOfWeakness(path);
         plugin->Initialize();
         RegisterPlugin(std::move(plugin));
+    }
+}
+
+void Dispatcher::WarnOfWeakness(const std::string& path) {
+    if (IsLookedUpByLoader(path)) {
+        return;
+    }
+    if (const auto weakness = trust_->FindNewWeakness(path)) {
+        std::cerr << "Warning: plugin " << path
+                  << " can be changed by others than root: " << weakness->path << ' '
+                  << weakness->reason << '\n';
     }
 }
 

@@ -13,6 +13,10 @@ namespace CppTools::CallSpec {
 class Output;
 } // namespace CppTools::CallSpec
 
+namespace CppTools::Host {
+class FileTrust;
+} // namespace CppTools::Host
+
 namespace CppTools::AutoCli {
 
 class Command;
@@ -59,6 +63,9 @@ class CPPTOOLS_EXPORT Dispatcher {
 
     /// Loads a plug-in file: a shared library when its name ends in ".so", a descriptor when it
     /// ends in ".xml"; any other name is ignored. Throws what loading and registration throw.
+    /// For root, a file that others may change is reported on standard error once, before it is
+    /// loaded: "Warning: plugin P can be changed by others than root: Q is owned by user N", where
+    /// Q is the file, or a directory or link on the way to it.
     void AddPlugin(const std::string& path);
 
     /// Loads every plug-in file of a directory in ascending order of their names. A file that
@@ -106,6 +113,9 @@ class CPPTOOLS_EXPORT Dispatcher {
 
   private:
     void RegisterFormatters(const std::shared_ptr<Plugin>& plugin);
+    void WarnOfWeakness(const std::string& path);
+
+    std::unique_ptr<Host::FileTrust> trust_;
 
     // Members are released from the last to the first: the tree goes before the plug-ins.
     std::vector<std::shared_ptr<Plugin>> loadedPlugins_;

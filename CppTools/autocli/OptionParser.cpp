@@ -1,5 +1,6 @@
 #include <CppTools/autocli/OptionParser.h>
 #include <CppTools/callspec/InputSpec.h>
+#include <CppTools/host/ProcessSpawn.h>
 #include <CppTools/host/Terminal.h>
 
 #include <boost/algorithm/string/erase.hpp>
@@ -187,7 +188,9 @@ std::string OptionParser::ToString() {
 }
 
 std::string OptionParser::GetSilentString() {
-    return Host::ReadLineWithoutEcho();
+    std::string line;
+    Host::ReadLineWithoutEcho(line);
+    return line;
 }
 
 bool OptionParser::IsParameter(const std::string& word) {
@@ -245,8 +248,13 @@ std::string OptionParser::ValueOfBareOption(const std::string& word, const std::
     }
     if (parameter->IsSecret()) {
         std::cout << "Enter value for '" << parameter->GetName() << "': " << std::flush;
-        std::string secret = GetSilentString();
+        std::string secret;
+        const int error = Host::ReadLineWithoutEcho(secret);
         std::cout << std::endl;
+        if (error != 0) {
+            parseErrors_.push_back("Unable to read the value of '" + parameter->GetName() +
+                                   "': " + Host::StatusText(error));
+        }
         return secret;
     }
     if (parameter->GetParameterType() != ParameterType::Flag && parameter->GetName() != "help") {

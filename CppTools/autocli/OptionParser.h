@@ -79,7 +79,8 @@ class CPPTOOLS_EXPORT OptionParser {
     std::string ToString();
 
     /// Reads a line of standard input without echo, if that is a terminal, and without its line
-    /// end. The terminal is as before when this returns, throws or is ended by a signal.
+    /// end. The terminal is as before when this returns, throws or is ended by a signal. Empty when
+    /// nothing can be read, also from a terminal whose echo cannot be switched off.
     static std::string GetSilentString();
 
     /// Whether the word is shaped like an option: "-x", "--name" or "--name=value".

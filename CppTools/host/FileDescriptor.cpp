@@ -30,6 +30,14 @@ void FileDescriptor::Close() {
     }
 }
 
+ssize_t ReadSome(const FileDescriptor& file, char* buffer, std::size_t size) {
+    ssize_t count = 0;
+    do {
+        count = read(file.Get(), buffer, size);
+    } while (count < 0 && errno == EINTR);
+    return count;
+}
+
 int Pipe::Open() {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {

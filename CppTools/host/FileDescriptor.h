@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <sys/types.h>
 #include <utility>
 
 namespace CppTools::Host {
@@ -27,6 +29,10 @@ class FileDescriptor {
   private:
     int number_ = -1;
 };
+
+/// Reads at most `size` bytes, however often it is interrupted. 0 at the end, negative with errno
+/// for a failure.
+ssize_t ReadSome(const FileDescriptor& file, char* buffer, std::size_t size);
 
 /// A pipe whose ends are closed in every child and never stand in for a standard descriptor,
 /// even in a process that was started without some of those.

@@ -1,31 +1,18 @@
 #include <CppTools/host/FileDescriptor.h>
 #include <CppTools/host/RegularFile.h>
 
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace CppTools::Host {
 
-namespace {
-
-ssize_t ReadSome(int file, char* buffer, std::size_t size) {
-    ssize_t count = 0;
-    do {
-        count = read(file, buffer, size);
-    } while (count < 0 && errno == EINTR);
-    return count;
-}
-
-} // namespace
-
-std::optional<std::string> ReadRegularFile(const std::string& path) {
+std::optional<std::string> ReadRegularFile(const std::string& path, std::size_t mostBytes) {
     // A FIFO is not even opened: its writer would notice.
     struct stat status {};
 
-    const bool isRegular = stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-    const FileDescriptor file(isRegular ? open(path.c_str(), O_RDONLY | O_CLOEXEC) : -1);
+    const bool isWanted = stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+                          static_cast<std::size_t>(status.st_size) <= mostBytes;
+    const FileDescriptor file(isWanted ? open(path.c_str(), O_RDONLY | O_CLOEXEC) : -1);
     if (file.Get() < 0) {
         return std::nullopt;
     }
@@ -33,11 +20,17 @@ std::optional<std::string> ReadRegularFile(const std::string& path) {
     std::size_t size = 0;
     ssize_t count = 0;
     while (size < content.size() &&
-           (count = ReadSome(file.Get(), content.data() + size, content.size() - size)) > 0) {
+           (count = ReadSome(file, content.data() + size, content.size() - size)) > 0) {
         size += static_cast<std::size_t>(count);
     }
     content.resize(size);
     return count < 0 ? std::nullopt : std::optional(std::move(content));
+}
+
+bool IsSpecialFile(const std::string& path) {
+    struct stat status {};
+
+    return stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
 } // namespace CppTools::Host

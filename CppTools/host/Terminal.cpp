@@ -1,8 +1,10 @@
 #include <CppTools/host/Terminal.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <iostream>
 #include <sys/ioctl.h>
 #include <termios.h>
@@ -12,13 +14,33 @@ namespace CppTools::Host {
 
 namespace {
 
+/// One more than the last signal.
+constexpr int kSignals = NSIG;
+
 /// Signals that end or stop a process at a terminal while it waits for a line.
 constexpr std::array<int, 5> kTerminalSignals = {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGTSTP};
+
+/// Signals that do neither by default, or only to a process in the background, which must not touch
+/// the terminal.
+constexpr std::array<int, 6> kQuietSignals = {SIGCHLD, SIGCONT, SIGURG, SIGWINCH, SIGTTIN, SIGTTOU};
 
 /// What the handler works on; it can see nothing but static data.
 termios echoingSettings{};
 termios silentSettings{};
-std::array<struct sigaction, kTerminalSignals.size()> savedActions{};
+std::array<struct sigaction, static_cast<std::size_t>(kSignals)> savedActions{};
+
+template <std::size_t Size>
+bool IsAmong(const std::array<int, Size>& signals, int signal) {
+    return std::find(signals.begin(), signals.end(), signal) != signals.end();
+}
+
+/// Whether the terminal has to be seen to when the signal arrives. Who ignores one wants to be left
+/// alone; who handles another than those of the terminal goes on after that.
+bool EndsTheSilence(int signal, const struct sigaction& action) {
+    return action.sa_handler == SIG_DFL
+               ? !IsAmong(kQuietSignals, signal)
+               : action.sa_handler != SIG_IGN && IsAmong(kTerminalSignals, signal);
+}
 
 void RestoreAndRaise(int signal);
 
@@ -27,18 +49,29 @@ void InstallHandlers() {
 
     action.sa_handler = RestoreAndRaise;
     action.sa_flags = SA_RESTART;
-    sigemptyset(&action.sa_mask);
-    for (std::size_t i = 0; i < kTerminalSignals.size(); ++i) {
-        sigaction(kTerminalSignals[i], nullptr, &savedActions[i]);
-        if (savedActions[i].sa_handler != SIG_IGN) {
-            sigaction(kTerminalSignals[i], &action, nullptr);
+    sigfillset(&action.sa_mask);
+    // The system refuses what it has no signal for and what nobody can handle.
+    for (int signal = 1; signal < kSignals; ++signal) {
+        struct sigaction& saved = savedActions[static_cast<std::size_t>(signal)];
+        if (sigaction(signal, nullptr, &saved) == 0 && EndsTheSilence(signal, saved)) {
+            sigaction(signal, &action, nullptr);
         }
     }
 }
 
 void RestoreActions() {
-    for (std::size_t i = 0; i < kTerminalSignals.size(); ++i) {
-        sigaction(kTerminalSignals[i], &savedActions[i], nullptr);
+    for (int signal = 1; signal < kSignals; ++signal) {
+        const struct sigaction& saved = savedActions[static_cast<std::size_t>(signal)];
+        if (EndsTheSilence(signal, saved)) {
+            sigaction(signal, &saved, nullptr);
+        }
+    }
+}
+
+/// Tries twice: there is nobody who could be told that the terminal stays silent.
+void RestoreEcho() {
+    if (tcsetattr(STDIN_FILENO, TCSANOW, &echoingSettings) != 0) {
+        tcsetattr(STDIN_FILENO, TCSANOW, &echoingSettings);
     }
 }
 
@@ -47,7 +80,7 @@ void RestoreActions() {
 /// a handler are called.
 void RestoreAndRaise(int signal) {
     const int savedErrno = errno;
-    tcsetattr(STDIN_FILENO, TCSANOW, &echoingSettings);
+    RestoreEcho();
     RestoreActions();
     sigset_t raised;
     sigemptyset(&raised);
@@ -59,15 +92,21 @@ void RestoreAndRaise(int signal) {
     errno = savedErrno;
 }
 
-/// Switches the echo of the terminal on standard input off for its lifetime.
+/// Switches the echo of the terminal on standard input off for its lifetime. Where no terminal is,
+/// there is nothing to switch.
 class EchoOff {
   public:
-    EchoOff() : isTerminal_(tcgetattr(STDIN_FILENO, &echoingSettings) == 0) {
-        if (isTerminal_) {
-            silentSettings = echoingSettings;
-            silentSettings.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-            InstallHandlers();
-            tcsetattr(STDIN_FILENO, TCSANOW, &silentSettings);
+    EchoOff() {
+        if (tcgetattr(STDIN_FILENO, &echoingSettings) != 0) {
+            error_ = errno == ENOTTY ? 0 : errno;
+            return;
+        }
+        silentSettings = echoingSettings;
+        silentSettings.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        InstallHandlers();
+        isOff_ = true;
+        if (tcsetattr(STDIN_FILENO, TCSANOW, &silentSettings) != 0) {
+            error_ = errno;
         }
     }
 
@@ -75,15 +114,26 @@ class EchoOff {
     EchoOff& operator=(const EchoOff&) = delete;
 
     ~EchoOff() {
-        if (isTerminal_) {
-            tcsetattr(STDIN_FILENO, TCSANOW, &echoingSettings);
+        if (isOff_) {
+            RestoreEcho();
             RestoreActions();
         }
     }
 
+    /// Why there still is an echo: an errno number; 0 when there is none.
+    int Error() const { return error_; }
+
   private:
-    bool isTerminal_;
+    int error_ = 0;
+    bool isOff_ = false;
 };
+
+int ReadLine(std::string& line) {
+    errno = 0;
+    std::getline(std::cin, line);
+    const int error = errno;
+    return std::cin.eof() && std::ferror(stdin) != 0 ? error : 0;
+}
 
 } // namespace
 
@@ -95,11 +145,9 @@ std::optional<TerminalSize> GetTerminalSize() {
     return TerminalSize{size.ws_col, size.ws_row};
 }
 
-std::string ReadLineWithoutEcho() {
+int ReadLineWithoutEcho(std::string& line) {
     const EchoOff echoOff;
-    std::string line;
-    std::getline(std::cin, line);
-    return line;
+    return echoOff.Error() != 0 ? echoOff.Error() : ReadLine(line);
 }
 
 } // namespace CppTools::Host

@@ -7,6 +7,7 @@
 #include <tests/support/PseudoTerminal.h>
 #include <tests/support/TempDirectory.h>
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iostream>
@@ -164,12 +165,13 @@ TEST_F(CliDispatcherOptionsTest, PluginDir_Missing_IsReportedAndNoError) {
 TEST_F(CliDispatcherOptionsTest, Plugin_EveryValueIsLoadedInOrder) {
     const std::string b = directory.Write("b.xml", NamespaceDescriptor("storage"));
     const std::string a = directory.Write("a.xml", NamespaceDescriptor("network"));
+    const std::string library = directory / "library.so";
+    std::filesystem::copy_file(REGISTERING_PLUGIN, library);
     dispatcher.ResetRegistrations();
-    EXPECT_TRUE(ApplyOptions({"--plugin", b, "--plugin", "--plugin=" + a,
-                              std::string("--plugin=") + REGISTERING_PLUGIN,
+    EXPECT_TRUE(ApplyOptions({"--plugin", b, "--plugin", "--plugin=" + a, "--plugin=" + library,
                               "--plugin=" + directory / "nothing.txt"}));
     EXPECT_EQ(printed.out + printed.err, "");
-    EXPECT_THAT(dispatcher.GetPluginNames(), ElementsAre(b, a, REGISTERING_PLUGIN));
+    EXPECT_THAT(dispatcher.GetPluginNames(), ElementsAre(b, a, library));
 }
 
 TEST_F(CliDispatcherOptionsTest, Plugin_ThatFails_IsReportedAndTheNextIsTried) {

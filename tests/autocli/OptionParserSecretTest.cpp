@@ -2,6 +2,7 @@
 
 #include <CppTools/callspec/InputSpec.h>
 #include <tests/support/ChildRun.h>
+#include <tests/support/FailingSystemCall.h>
 #include <tests/support/PseudoTerminal.h>
 #include <tests/support/ScriptedCommand.h>
 
@@ -11,6 +12,7 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <sys/ioctl.h>
 #include <vector>
 
 using CppTools::AutoCli::OptionParser;
@@ -21,6 +23,7 @@ using TestSupport::ChildRun;
 using TestSupport::PseudoTerminal;
 using TestSupport::RunInChild;
 using TestSupport::StatusOf;
+using TestSupport::WithFailingRequest;
 
 namespace {
 
@@ -203,6 +206,59 @@ TEST(OptionParserSecretTest, OnATerminal_ThePromptStandsThereBeforeAnythingIsRea
     kill(child, SIGTERM);
     EXPECT_EQ(StatusOf(child), -SIGTERM);
     EXPECT_EQ(terminal.ReadRest(), "Enter value for 'password': ");
+}
+
+/// A terminal that refuses one of the requests that the prompt needs.
+class OptionParserRefusedRequestTest : public testing::TestWithParam<unsigned> {};
+
+TEST_P(OptionParserRefusedRequestTest, NothingIsReadWhereItWouldBeShown) {
+    PseudoTerminal terminal;
+    terminal.Type("hunter2\n");
+    const pid_t child = terminal.Start([] {
+        WithFailingRequest(GetParam(), EIO, [] {
+            ParseAndPrint({"login", "--password"});
+            std::cout << '[' << OptionParser::GetSilentString() << ']';
+        });
+    });
+    EXPECT_EQ(StatusOf(child), 0);
+    EXPECT_TRUE(terminal.Echoes());
+    EXPECT_EQ(terminal.ReadRest(), "hunter2\nEnter value for 'password': \npassword=''\n"
+                                   "Unable to read the value of 'password': Input/output error\n"
+                                   "[]");
+}
+
+INSTANTIATE_TEST_SUITE_P(Requests, OptionParserRefusedRequestTest, testing::Values(TCGETS, TCSETS));
+
+/// Signals that would end a process that does not expect them.
+class OptionParserSignalTest : public testing::TestWithParam<int> {};
+
+TEST_P(OptionParserSignalTest, OnATerminal_RestoresTheEchoAndEndsTheProcess) {
+    PseudoTerminal terminal;
+    const pid_t child = terminal.Start([] {
+        std::signal(GetParam(), SIG_DFL);
+        OptionParser::GetSilentString();
+    });
+    terminal.AwaitSilence();
+    kill(child, GetParam());
+    EXPECT_EQ(StatusOf(child), -GetParam());
+    EXPECT_TRUE(terminal.Echoes());
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, OptionParserSignalTest,
+                         testing::Values(SIGHUP, SIGQUIT, SIGPIPE, SIGALRM, SIGUSR1, SIGUSR2,
+                                         SIGVTALRM, SIGIO, SIGPWR, SIGRTMIN, SIGRTMIN + 1));
+
+TEST(OptionParserSecretTest, OnATerminal_SignalsThatEndNothingDoNotMatter) {
+    PseudoTerminal terminal;
+    const pid_t child = terminal.Start([] { ParseAndPrint({"login", "--password"}); });
+    terminal.AwaitSilence();
+    for (const int signal : {SIGCHLD, SIGCONT, SIGURG, SIGWINCH}) {
+        kill(child, signal);
+    }
+    EXPECT_FALSE(terminal.Echoes());
+    terminal.Type("hunter2\n");
+    EXPECT_EQ(StatusOf(child), 0);
+    EXPECT_EQ(terminal.ReadRest(), "Enter value for 'password': \npassword='hunter2'\n");
 }
 
 void HandleNothing(int /*signal*/) {}

@@ -1,7 +1,9 @@
 #include "Boxes.h"
 
+#include <array>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <string>
 
 using Cli::BecomeTool;
@@ -12,6 +14,19 @@ using TestSupport::ChildRun;
 using TestSupport::RunInChild;
 
 namespace {
+
+/// Runs the tool with a pipe for its output whose reader has gone.
+ChildRun RunWithoutReader(const Words& words) {
+    return RunInChild([&] {
+        std::array<int, 2> ends{};
+        if (pipe(ends.data()) == 0) {
+            close(ends[0]);
+            dup2(ends[1], STDOUT_FILENO);
+            close(ends[1]);
+        }
+        BecomeTool(words);
+    });
+}
 
 ChildRun RunWithFullOutput(const Words& words) {
     return RunInChild([&] {
@@ -43,11 +58,60 @@ TEST_P(ToolFullOutputTest, IsReportedOnStandardErrorAndEndsWith1) {
     EXPECT_EQ(run.status, 1);
 }
 
+TEST_P(ToolFullOutputTest, WithoutAReaderIsReportedOnStandardErrorAndEndsWith1) {
+    const ChildRun run = RunWithoutReader(GetParam());
+    EXPECT_EQ(run.err, "Unable to write to standard output: Broken pipe\n");
+    EXPECT_EQ(run.status, 1);
+}
+
+TEST_P(ToolFullOutputTest, OnATerminalThatIsGoneIsReportedOnStandardErrorAndEndsWith1) {
+    const ChildRun run = RunInChild([&] {
+        int keyboard = -1;
+        int line = -1;
+        if (openpty(&keyboard, &line, nullptr, nullptr, nullptr) == 0) {
+            close(keyboard);
+            dup2(line, STDOUT_FILENO);
+            close(line);
+        }
+        BecomeTool(GetParam());
+    });
+    EXPECT_EQ(run.err, "Unable to write to standard output: some of the output was lost\n");
+    EXPECT_EQ(run.status, 1);
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Lines, ToolFullOutputTest,
     testing::Values(Words{"tandril", "command", "list"}, Words{}, Words{"--help"},
                     Words{"tandril", "command", "list", "--help"},
+                    Words{"--formatter", "simple", "tandril", "command", "list"},
+                    Words{"--formatter", "xml", "tandril", "command", "list"},
                     Words{"--formatter", "json", "tandril", "command", "list"}));
+
+/// The python formatter takes no list.
+TEST(ToolFullOutputStreamTest, PythonLiteral_IsReportedAndEndsWith1) {
+    Boxes boxes;
+    boxes.AddDisk();
+    const Words words = boxes.WithPlugins({"--formatter", "python", "box", "disk"});
+    const ChildRun full = RunWithFullOutput(words);
+    EXPECT_EQ(full.err, "Unable to write to standard output: No space left on device\n");
+    EXPECT_EQ(full.status, 1);
+    const ChildRun unread = RunWithoutReader(words);
+    EXPECT_EQ(unread.err, "Unable to write to standard output: Broken pipe\n");
+    EXPECT_EQ(unread.status, 1);
+}
+
+TEST(ToolFullOutputStreamTest, WithoutAReader_EveryLineIsRunAndTheStatusIs1) {
+    Boxes boxes;
+    const std::string trace = boxes.Write("trace", "");
+    boxes.AddShell("long", "echo x >>'" + trace +
+                               "'; printf '<output><string>'; seq 1 20000; "
+                               "printf '</string></output>'");
+    const std::string file = boxes.Write("lines", "box long\nbox long\nbox long\n");
+    const ChildRun run = RunWithoutReader(boxes.WithPlugins({"--input", file}));
+    EXPECT_TRUE(run.err.starts_with("Unable to write to standard output: ")) << run.err;
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(Cli::ContentOf(trace), "x\nx\nx\n");
+}
 
 TEST(ToolFullOutputStreamTest, NothingPrinted_IsNoFailure) {
     const ChildRun run = RunWithFullOutput({"--input", "/dev/null"});

@@ -89,8 +89,8 @@ INSTANTIATE_TEST_SUITE_P(
         Accepted{{"--name=n", "--owner=o", "-t", "one two", "--tag=th\"ree", "-t", "four"},
                  R"(["""n""", """o""", """--tag""", """three""", """--tag""", """one two""", )"
                  R"("""--tag""", """four""", ])"},
-        Accepted{{"--name=n", "--owner=o", "--id=7", "--id", " +8", "--level=3"},
-                 R"(["""n""", """o""", """7, +8""", """--level=3""", ])"},
+        Accepted{{"--name=n", "--owner=o", "--id=7", "--id", "+8", "--level=3"},
+                 R"(["""n""", """o""", """7,+8""", """--level=3""", ])"},
         Accepted{{"--name=n", "--owner=o", "--mode=off", "--code=42x", "--sure=T", "--answer=n",
                   "--answer=1"},
                  R"(["""n""", """o""", ])"}));

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
+#include <unistd.h>
 
 using Cli::RunTool;
 using Cli::Words;
@@ -124,7 +125,8 @@ TEST_F(ToolPluginTest, FaultDeepInADescriptor_CarriesEveryPrefix) {
 }
 
 TEST_F(ToolPluginTest, SharedLibrary_ItsCommandsRun) {
-    const Words load = {"--plugin", GOOD_PLUGIN, "--formatter", "simple", "fixture"};
+    const std::string file = CopyLibrary(GOOD_PLUGIN, "good.so");
+    const Words load = {"--plugin", file, "--formatter", "simple", "fixture"};
     const ChildRun run = RunTool(Cli::Join(load, {"greet", "--text", "you"}));
     EXPECT_EQ(run.out, "Hello you\n");
     EXPECT_EQ(run.err, "");
@@ -132,7 +134,8 @@ TEST_F(ToolPluginTest, SharedLibrary_ItsCommandsRun) {
 }
 
 TEST_F(ToolPluginTest, SharedLibrary_ItsExceptionsBecomeMessages) {
-    const ChildRun run = RunTool({"--plugin", GOOD_PLUGIN, "fixture", "refuse", "--text=this"});
+    const std::string file = CopyLibrary(GOOD_PLUGIN, "good.so");
+    const ChildRun run = RunTool({"--plugin", file, "fixture", "refuse", "--text=this"});
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err, "Errors: \nError on command fixture refuse : refused: this\n");
     EXPECT_EQ(run.status, 1);
@@ -141,30 +144,41 @@ TEST_F(ToolPluginTest, SharedLibrary_ItsExceptionsBecomeMessages) {
 TEST_F(ToolPluginTest, BrokenSharedLibraries_AreReportedAndTheLineGoesOn) {
     const std::string text = plugins_.Write("text.so", std::string(100, 'x'));
     const std::string missing = plugins_ / "missing.so";
-    const ChildRun run =
-        RunTool({"--plugin", text, "--plugin", missing, "--plugin", NO_ENTRY_POINT});
+    const std::string noPlugin = CopyLibrary(NO_ENTRY_POINT, "none.so");
+    const ChildRun run = RunTool({"--plugin", text, "--plugin", missing, "--plugin", noPlugin});
     EXPECT_EQ(run.out, TopListing("", ""));
     EXPECT_EQ(run.err, "Unable to load plugin " + text + ": Unable to load plugin from " + text +
                            " : " + text + ": invalid ELF header\n" + "Unable to load plugin " +
                            missing + ": Unable to load plugin from " + missing + " : " + missing +
                            ": cannot open shared object file: No such file or directory\n" +
-                           "Unable to load plugin " + NO_ENTRY_POINT +
-                           ": Unable to get plugin registration point from " + NO_ENTRY_POINT +
-                           " : " + NO_ENTRY_POINT +
-                           ": undefined symbol: AutoCli_RegisterNamespaces\n");
+                           "Unable to load plugin " + noPlugin +
+                           ": Unable to get plugin registration point from " + noPlugin + " : " +
+                           noPlugin + ": undefined symbol: AutoCli_RegisterNamespaces\n");
 }
 
 TEST_F(ToolPluginTest, LibraryThatGivesUpHalfway_KeepsWhatItRegistered) {
-    const ChildRun run = RunTool({"--plugin", HALFWAY_PLUGIN, "halfway", "first", "-n", "halfway"});
+    const std::string file = CopyLibrary(HALFWAY_PLUGIN, "halfway.so");
+    const ChildRun run = RunTool({"--plugin", file, "halfway", "first", "-n", "halfway"});
     EXPECT_EQ(run.out, "Namespace  Command  Description\n"
                        "---------  -------  -----------\n"
                        "halfway    first    List all of the tandril commands.\n");
-    const std::string file = HALFWAY_PLUGIN;
     EXPECT_EQ(run.err, "Unable to load plugin " + file +
                            ": Error while trying to register the plugin " + file +
                            " second half missing The functionality in " + file +
                            " will not be available until this issue is resolved.\n");
     EXPECT_EQ(run.status, 0);
+}
+
+TEST_F(ToolPluginTest, FileThatOthersMayChange_IsLoadedWithAWarningForRoot) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root is warned";
+    }
+    const std::string file = WriteCommand("a.xml", "fig");
+    std::filesystem::permissions(plugins_.Path(), std::filesystem::perms::all);
+    const ChildRun run = List();
+    EXPECT_EQ(run.out, TopListing("", "fig   Runs.\n"));
+    EXPECT_EQ(run.err, "Warning: plugin " + file + " can be changed by others than root: " +
+                           plugins_.Path() + " can be written by everybody\n");
 }
 
 TEST_F(ToolPluginTest, Directory_IsLoadedInTheOrderOfItsNames) {

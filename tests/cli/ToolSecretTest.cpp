@@ -1,10 +1,13 @@
 #include "Boxes.h"
 
+#include <tests/support/FailingSystemCall.h>
 #include <tests/support/PseudoTerminal.h>
 
 #include <csignal>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 
 using Cli::BecomeTool;
@@ -83,6 +86,17 @@ TEST_F(ToolSecretTest, Pipe_AtItsEndTheSecretIsEmpty) {
                        " p=only one pin=\n");
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.status, 0);
+}
+
+TEST_F(ToolSecretTest, InputThatCannotBeRead_IsReportedAndTheCommandDoesNotRun) {
+    const Words words = boxes_.WithPlugins({"box", "login", "--pass-word"});
+    const ChildRun run = TestSupport::RunInChild([&] {
+        dup2(open("/", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
+        BecomeTool(words);
+    });
+    EXPECT_EQ(run.out, "Enter value for 'pass-word': \n");
+    EXPECT_EQ(run.err, "Errors: \nUnable to read the value of 'pass-word': Is a directory\n");
+    EXPECT_EQ(run.status, 1);
 }
 
 TEST_F(ToolSecretTest, GivenOnTheCommandLine_IsNotAskedFor) {
@@ -166,6 +180,24 @@ TEST_F(ToolSecretTest, Terminal_ErasedCharactersDoNotCount) {
     EXPECT_EQ(terminal.ReadRest(), "Enter value for 'pass-word': \n p=right\n");
 }
 
+/// A terminal that refuses one of the requests that the prompt needs.
+class ToolRefusedRequestTest : public ToolSecretTest,
+                               public testing::WithParamInterface<unsigned> {};
+
+TEST_P(ToolRefusedRequestTest, NothingIsReadAndTheCommandDoesNotRun) {
+    PseudoTerminal terminal;
+    const Words words = boxes_.WithPlugins({"box", "login", "--pass-word"});
+    const pid_t tool = terminal.Start(
+        [&] { TestSupport::WithFailingRequest(GetParam(), EIO, [&] { BecomeTool(words); }); });
+    EXPECT_EQ(StatusOf(tool), 1);
+    EXPECT_TRUE(terminal.Echoes());
+    EXPECT_EQ(terminal.ReadRest(),
+              "Enter value for 'pass-word': \n"
+              "Errors: \nUnable to read the value of 'pass-word': Input/output error\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Requests, ToolRefusedRequestTest, testing::Values(TCGETS, TCSETS));
+
 /// Keys or signals that end the tool while it waits for the secret.
 struct Ending {
     const char* keys;
@@ -197,7 +229,19 @@ TEST_P(ToolSecretEndingTest, LeavesTheTerminalAsBefore) {
 INSTANTIATE_TEST_SUITE_P(Signals, ToolSecretEndingTest,
                          testing::Values(Ending{"\x03", SIGINT}, Ending{"sesa\x03", SIGINT},
                                          Ending{"\x1c", SIGQUIT}, Ending{"", SIGINT},
-                                         Ending{"", SIGTERM}, Ending{"", SIGHUP}));
+                                         Ending{"", SIGTERM}, Ending{"", SIGHUP},
+                                         Ending{"", SIGALRM}, Ending{"", SIGUSR1},
+                                         Ending{"", SIGXCPU}, Ending{"", SIGSYS}));
+
+TEST_F(ToolSecretTest, Terminal_AReaderThatIsGoneDoesNotEndThePrompt) {
+    PseudoTerminal terminal;
+    const pid_t tool = StartLogin(terminal, {"--pass-word"});
+    terminal.AwaitSilence();
+    kill(tool, SIGPIPE);
+    terminal.Type("right\n");
+    EXPECT_EQ(StatusOf(tool), 0);
+    EXPECT_EQ(terminal.ReadRest(), "Enter value for 'pass-word': \n p=right\n");
+}
 
 TEST_F(ToolSecretTest, Terminal_EchoesWhileTheToolIsStoppedAndNotWhenItGoesOn) {
     PseudoTerminal terminal;

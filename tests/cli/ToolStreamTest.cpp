@@ -1,7 +1,12 @@
 #include "Boxes.h"
 
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/stat.h>
+#include <thread>
 
 using Cli::BecomeTool;
 using Cli::Boxes;
@@ -239,6 +244,44 @@ TEST_F(ToolStreamTest, CommandBesideInput_IsNotRun) {
     const std::string file = boxes_.Write("lines", "box good\n");
     const ChildRun run = boxes_.Run({"--input", file, "box", "bad"});
     EXPECT_EQ(run.out, "fine\n");
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(run.status, 0);
+}
+
+TEST_F(ToolStreamTest, FileThatBreaksOff_IsReportedAndEndsWith1) {
+    const ChildRun run = RunTool({"--input", "/proc/self/mem"});
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, "Unable to read all of file /proc/self/mem: Input/output error\n");
+    EXPECT_EQ(run.status, 1);
+}
+
+TEST_F(ToolStreamTest, StandardInputThatBreaksOff_IsReportedAndEndsWith1) {
+    const ChildRun run = TestSupport::RunInChild([&] {
+        dup2(open("/", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
+        BecomeTool({"--input", "STDIN"});
+    });
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, "Unable to read all of standard input: Is a directory\n");
+    EXPECT_EQ(run.status, 1);
+}
+
+TEST_F(ToolStreamTest, FifoAsAFile_IsReadToItsEnd) {
+    const std::string fifo = boxes_.Write("fifo", "");
+    std::filesystem::remove(fifo);
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    std::thread writer([&] { std::ofstream(fifo) << "box bad\nbox good\n"; });
+    const ChildRun run = boxes_.Run({"--input", fifo});
+    writer.join();
+    EXPECT_EQ(run.out, "fine\n");
+    EXPECT_EQ(run.err, kSpoilt);
+    EXPECT_EQ(run.status, 0);
+}
+
+TEST_F(ToolStreamTest, LongFile_IsReadWhole) {
+    const std::string comments(40'000, '#');
+    const ChildRun run = RunLines("box good\n#" + comments + "\nbox good\n#" + comments +
+                                  "\nbox say --text " + std::string(70'000, 'x'));
+    EXPECT_EQ(run.out, "fine\nfine\n" + std::string(70'000, 'x') + "\n");
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.status, 0);
 }

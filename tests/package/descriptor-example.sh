@@ -2,7 +2,7 @@
 # The descriptor, loaded from outside of this tree by the installed tool.
 . "$(dirname "$0")/support.sh"
 
-cp -R "$EXAMPLES/descriptor" "$scratch/descriptor"
+cp -R "$EXAMPLES/hello-descriptor" "$scratch/descriptor"
 cd "$scratch"
 cat >story.txt <<'STORY'
 A beta came before the alpha.

@@ -3,7 +3,7 @@
 # installed tool.
 . "$(dirname "$0")/support.sh"
 
-cp -R "$EXAMPLES/library" "$scratch/library"
+cp -R "$EXAMPLES/hello-library" "$scratch/library"
 cd "$scratch/library"
 build() {
     "$CMAKE" -S . -B build -DCMAKE_PREFIX_PATH="$PREFIX" -DCMAKE_CXX_COMPILER="$CXX" \
@@ -37,9 +37,18 @@ expect_run 0 '[{"Kind": """file""", "Name": """.hidden""", "Size": 1, }, {"Kind"
     "" "$PREFIX/bin/tandril" --plugin build/folder.so --formatter python folder content list \
     -p "$scratch/box" --hidden -k file --kind=link
 
-expect_run 1 "" "Errors: 
+expect_run 0 "FolderCount:
+   Files  : 2
+   Bytes  : 6
+   Folders: 1
+   Links  : 1
+   Others : 0" "" tandril folder content count --path "$scratch/box"
+
+for command in list count; do
+    expect_run 1 "" "Errors: 
 Unable to read folder /nowhere: No such file or directory" \
-    tandril folder content list --path /nowhere
+        tandril folder content $command --path /nowhere
+done
 
 expect_run 1 "" "Errors: 
 Invalid data constraint for parameter 'kind'. Expected a single value from the set [file, folder, link, other] got 'door'
@@ -47,6 +56,7 @@ Missing required parameter --path" tandril folder content list --kind door
 
 expect_run 0 "Namespace       Command  Description
 --------------  -------  -----------
+folder.content  count    Count what a folder holds.
 folder.content  list     List what a folder holds." \
     "" tandril tandril command list -n folder
 

@@ -25,7 +25,7 @@ not the library's: 42" "" "$scratch/stranger"
 
 # The line of the example's README.
 # shellcheck disable=SC2046
-"$CXX" -std=c++20 -fPIC -shared "$EXAMPLES/library/FolderPlugin.cpp" -o "$scratch/folder.so" \
+"$CXX" -std=c++20 -fPIC -shared "$EXAMPLES/hello-library/FolderPlugin.cpp" -o "$scratch/folder.so" \
     $("$PKG_CONFIG" --cflags --libs CppTools)
 expect_run 0 "[]" "" "$PREFIX/bin/tandril" --plugin "$scratch/folder.so" --formatter python \
     folder content list --path "$here" --kind link

@@ -195,6 +195,8 @@ TEST_F(LayoutTest, Listing_NamespacesOfThePack) {
                                         "Available Namespaces: \n\n"
                                         "device      Block devices\n"
                                         "filesystem  Mounted file systems\n"
+                                        "mount       Mounts of every kind\n"
+                                        "volume      Block devices with what is on them\n"
                                         "\n"
                                         "Available Commands: \n\n"
                                         "\n");

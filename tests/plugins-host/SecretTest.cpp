@@ -27,7 +27,7 @@ void RememberCommandLine(const std::string& line, int) {
 TEST(SecretTest, GivenSecret_IsNotOnTheCommandLineOfTheProgram) {
     CppTools::AutoCli::CliDispatcher dispatcher;
     CppTools::AutoCli::OptionParser parser;
-    parser.ParseVector({"--plugin-dir", HOST_PACK_DIR, "--formatter", "json", "system",
+    parser.ParseVector({"--plugin-dir", HostPack::PackDirectory(), "--formatter", "json", "system",
                         "environment", "get", "--name=PATH", "--secret=sesame"});
     CppTools::AutoCli::SetCommandExecListener(RememberCommandLine);
     bool isSuccess = false;

@@ -30,9 +30,14 @@ std::string OverMachine(std::string descriptor, const std::string& root) {
 
 } // namespace
 
+const std::string& PackDirectory() {
+    static const PackCopy copy([](const std::string& descriptor) { return descriptor; });
+    return copy.Path();
+}
+
 TestSupport::ChildRun RunTool(const std::string& path, Words options, const std::string& input,
                               const Environment& environment, const std::string& formatter) {
-    Words words{"--plugin-dir", HOST_PACK_DIR, "--formatter", formatter};
+    Words words{"--plugin-dir", PackDirectory(), "--formatter", formatter};
     AppendPath(words, path);
     words.insert(words.end(), options.begin(), options.end());
     return Run(TANDRIL_PROGRAM, words, input, environment);
@@ -87,10 +92,14 @@ std::string FileOf(const std::string& path) {
     return text;
 }
 
-ToolOn::ToolOn(const Machine& machine) {
+ToolOn::ToolOn(const Machine& machine)
+    : pack_(
+          [&](const std::string& descriptor) { return OverMachine(descriptor, machine.Root()); }) {}
+
+PackCopy::PackCopy(const std::function<std::string(const std::string&)>& change) {
     for (const auto& entry : std::filesystem::directory_iterator(HOST_PACK_DIR)) {
         if (entry.path().extension() == ".xml") {
-            pack_.Write(entry.path().filename(), OverMachine(FileOf(entry.path()), machine.Root()));
+            directory_.Write(entry.path().filename(), change(FileOf(entry.path())));
         }
     }
 }

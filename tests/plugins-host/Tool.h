@@ -4,9 +4,25 @@
 
 #include <nlohmann/json.hpp>
 
+#include <functional>
 #include <string>
 
 namespace HostPack {
+
+/// The built descriptors, each with a change, in a directory of this user's own: the build tree may
+/// belong to somebody whom the tool warns of.
+class PackCopy {
+  public:
+    explicit PackCopy(const std::function<std::string(const std::string&)>& change);
+
+    const std::string& Path() const { return directory_.Path(); }
+
+  private:
+    TestSupport::TempDirectory directory_;
+};
+
+/// A copy of the built descriptors as they are.
+const std::string& PackDirectory();
 
 /// Runs the built tool with the built descriptors on the machine that it runs on. `path` is the
 /// command's, such as "system process list".
@@ -40,7 +56,7 @@ class ToolOn {
                               const Words& dispatcherOptions = {}) const;
 
   private:
-    TestSupport::TempDirectory pack_;
+    PackCopy pack_;
 };
 
 } // namespace HostPack

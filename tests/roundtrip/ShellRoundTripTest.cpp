@@ -222,6 +222,13 @@ TEST(ShellLimitsTest, MultiListInQuotes_BackslashAtTheEnd_LeavesTheQuoteOpen) {
     EXPECT_NE(run.Status(), 0);
 }
 
+TEST(ShellLimitsTest, UnquotedHashAndLineEnd_RunsWhatFollows) {
+    const ShellRun run({FilledLine("show $val{name}", {{"name", "#a\nshow b"}})});
+    EXPECT_EQ(run.Shown(), (std::vector<Words>{{}, {"b"}}));
+    EXPECT_EQ(run.Trouble(), "");
+    EXPECT_EQ(run.Status(), 0);
+}
+
 /// One way to place a value, and what becomes of the value there.
 struct Placement {
     std::string text;

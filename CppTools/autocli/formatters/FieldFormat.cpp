@@ -9,9 +9,9 @@
 #include <CppTools/metaobj/ValueCast.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <vector>
+#include <array>
+#include <charconv>
+#include <utility>
 
 namespace CppTools::AutoCli {
 
@@ -29,22 +29,17 @@ const std::string* FindParameter(const FormatParameters& params, const std::stri
     return found != params.GetParameters().end() ? &found->second : nullptr;
 }
 
-/// Formats one value; returns what snprintf does. Structures and lists format as nothing. The
-/// format comes from the user, who answers for its fitting the value.
+/// Formats one value. Structures and lists format as nothing.
 struct Printer {
-    int operator()(long number) const {
-        return std::snprintf(buffer.data(), buffer.size(), format, number);
+    PrintfFormat::Result operator()(long number) const { return format.Apply(number, room); }
+
+    PrintfFormat::Result operator()(bool truth) const { return (*this)(truth ? 1L : 0L); }
+
+    PrintfFormat::Result operator()(std::string_view text) const {
+        return format.Apply(text, room);
     }
 
-    int operator()(bool truth) const {
-        return std::snprintf(buffer.data(), buffer.size(), format, truth ? 1 : 0);
-    }
-
-    int operator()(std::string_view text) const {
-        return std::snprintf(buffer.data(), buffer.size(), format, std::string(text).c_str());
-    }
-
-    int operator()(const MetaObject& value) const {
+    PrintfFormat::Result operator()(const MetaObject& value) const {
         if (const auto* number = ValueAs<MetaObj::MetaInt>(value)) {
             return (*this)(number->GetValue());
         }
@@ -54,11 +49,11 @@ struct Printer {
         if (const auto* text = ValueAs<MetaObj::MetaString>(value)) {
             return (*this)(std::string_view(text->GetValue()));
         }
-        return 0;
+        return {};
     }
 
-    std::vector<char>& buffer;
-    const char* format;
+    const PrintfFormat& format;
+    std::size_t room;
 };
 
 struct PlainWriter {
@@ -101,8 +96,12 @@ struct PlainLength {
 FieldFormat::FieldFormat(const std::string& typeName, const std::string& fieldName,
                          const FormatParameters& params)
     : printfKey_("printf:" + typeName + "." + fieldName),
-      printf_(FindParameter(params, printfKey_)),
-      units_(FindParameter(params, "units:" + typeName + "." + fieldName)) {}
+      units_(FindParameter(params, "units:" + typeName + "." + fieldName)) {
+    if (const std::string* const format = FindParameter(params, printfKey_)) {
+        printf_.emplace(*format);
+        printfRoom_ = format->size() + kSpareFormatRoom;
+    }
+}
 
 void FieldFormat::Write(const FieldValue& value, TextBuffer& out) const {
     if (IsPlain()) {
@@ -140,13 +139,13 @@ template <typename Content>
 std::string FieldFormat::TextOf(const Content& content) const {
     std::string text;
     MetaObj::PlainTextWriter(text).Append(content);
-    if (printf_ != nullptr) {
-        std::vector<char> buffer(printf_->size() + text.size() + kSpareFormatRoom);
-        if (Printer{buffer, printf_->c_str()}(content) < 0) {
+    if (printf_) {
+        auto formatted = Printer{*printf_, printfRoom_ + text.size()}(content);
+        if (formatted.error != 0) {
             return "Error while handling formatting parameter " + printfKey_ +
-                   ".  Unable to format field: " + Host::StatusText(errno);
+                   ".  Unable to format field: " + Host::StatusText(formatted.error);
         }
-        text = buffer.data();
+        text = std::move(formatted.text);
     }
     if (units_ != nullptr) {
         text += ' ' + *units_;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <CppTools/autocli/formatters/PrintfFormat.h>
 #include <CppTools/metaobj/FieldValue.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -42,7 +44,7 @@ class FieldFormat {
     std::string Text(const MetaObj::MetaObject& value) const;
 
   private:
-    bool IsPlain() const { return printf_ == nullptr && units_ == nullptr; }
+    bool IsPlain() const { return !printf_ && units_ == nullptr; }
 
     std::string Text(const MetaObj::FieldValue& value) const;
 
@@ -50,8 +52,9 @@ class FieldFormat {
     std::string TextOf(const Content& content) const;
 
     std::string printfKey_;
-    const std::string* printf_ = nullptr; ///< Null when there is no such parameter.
-    const std::string* units_ = nullptr;
+    std::optional<PrintfFormat> printf_;
+    std::size_t printfRoom_ = 0; ///< For what the format makes, beyond the plain text's length.
+    const std::string* units_;   ///< Null when there is no such parameter.
 };
 
 /// The value that a path names, found as `GetSubField` finds it; null when there is none.

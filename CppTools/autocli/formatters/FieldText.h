@@ -34,9 +34,12 @@ CPPTOOLS_EXPORT std::string GetStringField(std::shared_ptr<MetaObj::MetaStruct> 
 /// (nothing, for a structure or list), followed by a blank and the parameter "units:T.F" if that
 /// is present. "NULL Object" for an empty value.
 ///
-/// The format gets one argument: a long for an integer, 1 or 0 as an int for a boolean, a
-/// character pointer for a string. When formatting fails, the text is "Error while handling
-/// formatting parameter K.  Unable to format field: " and the system's reason, without units.
+/// The format is one of printf for one value. Integers, and booleans as 1 or 0, may have any of d,
+/// i, u, o, x, X with any length modifier, to whose type they are converted, and c and lc; strings
+/// have s. The text is cut after the lengths of format and plain text and 64 bytes. A format that
+/// does not fit the value (another conversion, a second one, "*", "%1$d"), or a width or precision
+/// above 65535, makes the text "Error while handling formatting parameter K.  Unable to format
+/// field: " and the system's words for EINVAL or EOVERFLOW, without units.
 CPPTOOLS_EXPORT std::string AutoCli_FormatField(const std::string& typeName,
                                                 const std::string& fieldName,
                                                 std::shared_ptr<MetaObj::MetaObject> value,

@@ -2,6 +2,7 @@
 #include <CppTools/autocli/plugins/PlainXml.h>
 #include <CppTools/autocli/plugins/ValueBuilder.h>
 #include <CppTools/autocli/plugins/XmlElements.h>
+#include <CppTools/autocli/plugins/XmlTree.h>
 #include <CppTools/autocli/plugins/XmlUtil.h>
 #include <CppTools/metaobj/CppToolException.h>
 
@@ -78,8 +79,7 @@ auto Explained(Step step) {
 }
 
 std::shared_ptr<MetaObject> ReadAsTree(const std::string& text) {
-    const XmlDocument document(
-        xmlReadMemory(text.data(), static_cast<int>(text.size()), "STDOUT", nullptr, 0));
+    const XmlDocument document = Explained([&] { return ReadXmlText(text, "STDOUT"); });
     if (!document) {
         return nullptr;
     }

@@ -2,8 +2,6 @@
 
 #include <libxml/parserInternals.h>
 
-#include <limits>
-#include <new>
 #include <utility>
 
 namespace CppTools::AutoCli {
@@ -65,23 +63,19 @@ struct PlainXmlParser::Handler {
     }
 };
 
-PlainXmlParser::PlainXmlParser() : parser_(xmlNewParserCtxt()) {
-    if (!parser_) {
-        throw std::bad_alloc();
-    }
+PlainXmlParser::PlainXmlParser() : parser_(NewXmlParser()) {
     *parser_->sax = Handler::New();
     parser_->userData = this;
 }
 
 bool PlainXmlParser::Read(const std::string& text, XmlEvents& events) {
-    if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()) ||
-        text.find("xml:id") != std::string::npos) {
+    if (text.size() > kLongestText || text.find("xml:id") != std::string::npos) {
         return false;
     }
     events_ = &events;
     // Without this option the ampersands in attributes would be left for a tree to decode.
     xmlCtxtReadMemory(parser_.get(), text.data(), static_cast<int>(text.size()), nullptr, nullptr,
-                      XML_PARSE_NOENT);
+                      XML_PARSE_NOENT | XML_PARSE_NONET);
     if (isPlain_ && failure_) {
         std::rethrow_exception(failure_);
     }
@@ -114,9 +108,11 @@ void PlainXmlParser::TellOfText(xmlElementType type, const xmlChar* text, int si
     textSize_ = textSize;
 }
 
+/// The parser goes on to the end without telling. It cannot be stopped from here: where it has just
+/// made a remark it still holds places in the text, and would read on from there without an end.
 void PlainXmlParser::GiveUp() {
     isPlain_ = false;
-    xmlStopParser(parser_.get());
+    parser_->disableSAX = 1;
 }
 
 } // namespace CppTools::AutoCli

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <libxml/parser.h>
+#include <CppTools/autocli/plugins/XmlParser.h>
 
 #include <cstddef>
 #include <exception>
-#include <memory>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -62,6 +62,9 @@ class XmlEvents {
 /// tree, which has rules of its own for all that, and says what it finds on standard error.
 class PlainXmlParser {
   public:
+    /// Longer texts are never plain.
+    static constexpr std::size_t kLongestText = std::numeric_limits<int>::max();
+
     PlainXmlParser();
     PlainXmlParser(const PlainXmlParser&) = delete;
     PlainXmlParser& operator=(const PlainXmlParser&) = delete;
@@ -74,16 +77,12 @@ class PlainXmlParser {
   private:
     struct Handler;
 
-    struct Deleter {
-        void operator()(xmlParserCtxt* parser) const noexcept { xmlFreeParserCtxt(parser); }
-    };
-
     template <typename Event>
     void Tell(Event event);
     void TellOfText(xmlElementType type, const xmlChar* text, int size);
     void GiveUp();
 
-    std::unique_ptr<xmlParserCtxt, Deleter> parser_;
+    XmlParser parser_;
     XmlEvents* events_ = nullptr;
     bool isPlain_ = true;
     std::size_t textSize_ = 0; ///< Of the text that is being told of in pieces.

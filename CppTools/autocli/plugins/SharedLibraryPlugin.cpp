@@ -1,6 +1,7 @@
 #include <CppTools/autocli/Namespace.h>
 #include <CppTools/autocli/plugins/NoFormatters.h>
 #include <CppTools/autocli/plugins/SharedLibraryPlugin.h>
+#include <CppTools/host/RegularFile.h>
 #include <CppTools/metaobj/CppToolException.h>
 
 #include <dlfcn.h>
@@ -28,6 +29,10 @@ std::shared_ptr<SharedLibraryPlugin> SharedLibraryPlugin::New(const std::string&
 
 void SharedLibraryPlugin::Initialize() {
     registerFn_ = nullptr;
+    if (Host::IsSpecialFile(path_)) {
+        throw CppToolException("Unable to load plugin from " + path_ + " : " + path_ +
+                               ": not a regular file");
+    }
     handle_.reset(dlopen(path_.c_str(), RTLD_LAZY | RTLD_GLOBAL));
     if (!handle_) {
         throw CppToolException("Unable to load plugin from " + path_ + " : " + LoaderError());

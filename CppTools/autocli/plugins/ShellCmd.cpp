@@ -131,10 +131,7 @@ void WriteAll(const Host::FileDescriptor& descriptor, const std::string& text) {
 
 /// Reads at most `kReadSize` bytes; none at the end.
 std::size_t ReadSome(const Host::FileDescriptor& pipe, char* buffer) {
-    ssize_t count = 0;
-    do {
-        count = read(pipe.Get(), buffer, kReadSize);
-    } while (count < 0 && errno == EINTR);
+    const ssize_t count = Host::ReadSome(pipe, buffer, kReadSize);
     if (count < 0) {
         Fail("Unable to read from sub-process: ", errno);
     }

@@ -30,9 +30,9 @@ constexpr std::array<std::string_view, 11> kFilters = {
     "awk", "find", "gawk", "git", "let", "mawk", "nawk", "rsync", "sed", "tar", "trap"};
 
 /// Harmless in every shell, builtin or not, whatever their arguments are.
-constexpr std::array<std::string_view, 18> kHarmless = {
-    "basename", "cat", "cut",    "date",  "dirname", "echo", "false", "grep",  "head",
-    "hostname", "id",  "printf", "sleep", "tail",    "tr",   "true",  "uname", "wc"};
+constexpr std::array<std::string_view, 16> kHarmless = {
+    "basename", "cat", "cut",    "date", "dirname", "echo", "false", "grep",
+    "head",     "id",  "printf", "tail", "tr",      "true", "uname", "wc"};
 
 /// A program that runs its arguments. An option that has a value is apart from it.
 struct Prefix {

@@ -1,6 +1,7 @@
 #include <CppTools/autocli/plugins/HeldValues.h>
 #include <CppTools/autocli/plugins/PlaceholderText.h>
 #include <CppTools/autocli/plugins/StrictFilling.h>
+#include <CppTools/autocli/plugins/TemplateScanner.h>
 #include <CppTools/callspec/Input.h>
 #include <CppTools/callspec/InputSpec.h>
 #include <CppTools/callspec/Output.h>
@@ -23,34 +24,55 @@ std::string Refused(const std::string& name) {
     return "Refused value for parameter " + name + ".  ";
 }
 
+bool IsInteger(const ParameterSpec& parameter) {
+    return parameter.GetType() == ParameterType::Int ||
+           parameter.GetType() == ParameterType::IntList;
+}
+
+/// Whether all placeholders of a name in a command line certainly stand in quotes.
+bool IsAlwaysQuoted(const std::string& commandLine, const std::string& name) {
+    Findings findings;
+    bool isQuoted = true;
+    for (const auto& command : ScanTemplate(commandLine, findings)) {
+        for (const auto& word : command.words) {
+            for (const auto& piece : word.pieces) {
+                isQuoted = isQuoted && (piece.place != Place::Bare || !piece.placeholder ||
+                                        piece.placeholder->name != name);
+            }
+        }
+    }
+    return isQuoted && findings.empty();
+}
+
 /// What is wrong with one value as such.
-std::optional<std::string> Complaint(const ParameterSpec& parameter, const std::string& value) {
-    const bool isInteger =
-        parameter.GetType() == ParameterType::Int || parameter.GetType() == ParameterType::IntList;
-    if (isInteger && !value.empty() && std::isspace(static_cast<unsigned char>(value.front()))) {
-        return "Invalid data '" + value + "' for parameter " + parameter.GetName() +
-               " expected type Integer";
+std::optional<std::string> Complaint(const ParameterSpec& parameter, const std::string& value,
+                                     const std::string& commandLine) {
+    const std::string& name = parameter.GetName();
+    if (IsInteger(parameter) && !value.empty() &&
+        std::isspace(static_cast<unsigned char>(value.front())) &&
+        !IsAlwaysQuoted(commandLine, name)) {
+        return "Invalid data '" + value + "' for parameter " + name + " expected type Integer";
     }
     if (value.find('\0') != std::string::npos) {
-        return Refused(parameter.GetName()) + "It holds a NUL character, which ends command lines.";
+        return Refused(name) + "It holds a NUL character, which ends command lines.";
     }
     if (HoldsPlaceholderOpening(value)) {
-        return Refused(parameter.GetName()) +
-               "It spells a placeholder of command templates, one of $val{, $if{, $list{ and "
-               "$multilist{.";
+        return Refused(name) + "It spells a placeholder of command templates, one of $val{, $if{, "
+                               "$list{ and $multilist{.";
     }
     return std::nullopt;
 }
 
 std::vector<std::string> Complaints(const ParameterSpec& parameter,
-                                    const std::vector<std::string>& values) {
+                                    const std::vector<std::string>& values,
+                                    const std::string& commandLine) {
     std::vector<std::string> complaints;
     if (values.size() > 1 && !parameter.AllowMultiple()) {
         complaints.push_back("Found multiple values for " + parameter.GetName() +
                              " this parameter can only accept a single value.");
     }
     for (const auto& value : values) {
-        if (auto complaint = Complaint(parameter, value)) {
+        if (auto complaint = Complaint(parameter, value, commandLine)) {
             complaints.push_back(std::move(*complaint));
         }
     }
@@ -119,7 +141,7 @@ bool AreHarmless(const CommandTemplates& templates, const InputSpec& inputSpec, 
     std::vector<std::string> messages;
     for (const auto& [name, values] : input.GetParameters()) {
         if (const auto parameter = inputSpec.FindParameter(name)) {
-            const auto complaints = Complaints(*parameter, values);
+            const auto complaints = Complaints(*parameter, values, templates.front().first);
             messages.insert(messages.end(), complaints.begin(), complaints.end());
         }
     }

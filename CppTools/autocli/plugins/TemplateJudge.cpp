@@ -51,6 +51,16 @@ bool FitsParameter(PlaceholderKind kind, const ParameterSpec& parameter) {
     return true;
 }
 
+/// Whether a format of printf converts texts only. Some shells evaluate what becomes a number.
+bool HasTextConversionsOnly(const std::string& format) {
+    std::size_t percent = format.find('%');
+    while (percent != std::string::npos && percent + 1 < format.size() &&
+           (format[percent + 1] == 's' || format[percent + 1] == '%')) {
+        percent = format.find('%', percent + 2);
+    }
+    return percent == std::string::npos;
+}
+
 /// One template's commands, judged one after the other.
 class Judge {
   public:
@@ -127,7 +137,7 @@ class Judge {
 
     void JudgeFormat(const std::vector<Word>& words, std::size_t format) {
         const auto text = format < words.size() ? words[format].GetConstant() : std::nullopt;
-        if (!text || text->starts_with('-')) {
+        if (!text || text->starts_with('-') || !HasTextConversionsOnly(*text)) {
             Report(Rule::PrintfFormat, words[format - 1].pieces.front());
         }
     }
@@ -135,8 +145,8 @@ class Judge {
     void JudgeArguments(const std::vector<Word>& words, std::size_t begin) {
         bool mayBeOption = true;
         for (std::size_t i = begin; i < words.size(); ++i) {
-            const std::string before = words[i - 1].GetConstant().value_or("");
-            mayBeOption = mayBeOption && before != "--";
+            const std::string before = TextBefore(words, i);
+            mayBeOption = mayBeOption && (before != "--" || !words[i - 1].condition.empty());
             for (const auto& piece : words[i].pieces) {
                 if (piece.placeholder) {
                     JudgePiece(words[i], piece);
@@ -146,6 +156,15 @@ class Judge {
                 JudgeHead(words[i]);
             }
         }
+    }
+
+    /// The constant word before another, when it is there in every call that has the other.
+    static std::string TextBefore(const std::vector<Word>& words, std::size_t index) {
+        Word before = words[index - 1];
+        if (before.condition == words[index].condition) {
+            before.condition.clear();
+        }
+        return before.GetConstant().value_or("");
     }
 
     /// Whether the head of a word may be a minus sign that a user gave.

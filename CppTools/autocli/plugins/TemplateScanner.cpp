@@ -71,6 +71,8 @@ class Scanner {
         const auto placeholder = ReadPlaceholder(text_, position_);
         if (IsAmong(kBlanks, Peek())) {
             ++position_;
+        } else if (IsContinuation()) {
+            position_ += 2;
         } else if (IsAmong("\n;&|", Peek())) {
             ScanSeparator();
         } else if (IsAmong("<>", Peek())) {
@@ -106,7 +108,7 @@ class Scanner {
 
     void ScanTopWord() {
         Word word = ScanWord("");
-        const bool isRedirected = !AtEnd() && IsAmong("<>", Peek());
+        const bool isRedirected = IsBeforeRedirection();
         if (isRedirected && IsDescriptor(word)) {
             return;
         }
@@ -133,9 +135,8 @@ class Scanner {
                         : std::min(text_.find_first_not_of(kBlanks, position_), text_.size());
         const Word target = ScanWord("");
         const auto file = target.GetConstant();
-        if (!file || file->empty() || (duplicates && !IsDescriptor(target))) {
-            Report(Rule::Redirection, begin);
-        }
+        const bool isFile = file && !file->empty() && (!duplicates || IsDescriptor(target));
+        Expect(isFile && !IsBeforeRedirection(), Rule::Redirection, begin);
     }
 
     void ScanConditional(const Placeholder& conditional) {
@@ -259,6 +260,14 @@ class Scanner {
             Report(rule, position);
         }
     }
+
+    /// A line end that a backslash takes away, between words.
+    bool IsContinuation() const {
+        return Rest().starts_with("\\\n") && position_ > 0 &&
+               IsAmong(kBlanks, text_[position_ - 1]);
+    }
+
+    bool IsBeforeRedirection() const { return !AtEnd() && IsAmong("<>", Peek()); }
 
     bool AtEnd() const { return position_ == text_.size(); }
 

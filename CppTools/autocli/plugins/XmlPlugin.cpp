@@ -6,6 +6,7 @@
 #include <CppTools/autocli/plugins/XmlElements.h>
 #include <CppTools/autocli/plugins/XmlNodeTree.h>
 #include <CppTools/autocli/plugins/XmlPlugin.h>
+#include <CppTools/autocli/plugins/XmlTree.h>
 #include <CppTools/autocli/plugins/XmlUtil.h>
 #include <CppTools/host/RegularFile.h>
 #include <CppTools/metaobj/CppToolException.h>
@@ -41,7 +42,7 @@ PathPieces SplitPath(std::string_view path) {
 /// The root element of a file that is a plain document; null for any other, and nothing is said
 /// about the reason. Only regular files are read, since the others cannot be read again.
 xmlNode* ReadPlainFile(const std::string& path, XmlNodeTree& tree) {
-    const auto text = Host::ReadRegularFile(path);
+    const auto text = Host::ReadRegularFile(path, PlainXmlParser::kLongestText);
     return text ? tree.Read(*text) : nullptr;
 }
 
@@ -163,8 +164,8 @@ void XmlPlugin::ReadDescriptor() {
     XmlNodeTree tree;
     XmlDocument document;
     auto* root = ReadPlainFile(path_, tree);
-    if (root == nullptr) {
-        document.reset(xmlReadFile(path_.c_str(), nullptr, 0));
+    if (root == nullptr && !Host::IsSpecialFile(path_)) {
+        document = ReadXmlFile(path_);
         root = document ? xmlDocGetRootElement(document.get()) : nullptr;
     }
     if (root == nullptr) {

@@ -1,11 +1,15 @@
 #include "ResultDocument.h"
 
 #include "HostError.h"
-#include "PrintableText.h"
+
+#include <tandril-result/PrintableText.h>
 
 #include <string_view>
 
 namespace HostFacts {
+
+using TandrilResult::PrintableLine;
+using TandrilResult::PrintableText;
 
 namespace {
 

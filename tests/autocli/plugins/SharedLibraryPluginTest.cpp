@@ -15,6 +15,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <sys/stat.h>
 #include <vector>
 
 namespace {
@@ -77,6 +78,16 @@ Answer Ask(Command& command, const std::string& text) {
     command.Execute(input, output);
     const auto root = output->GetRootObject();
     return {root ? root->ToString() : "<none>", output->GetErrors()};
+}
+
+TEST(SharedLibraryPluginTest, Initialize_FifoOrDevice_IsRefusedWithoutBeingOpened) {
+    const TempDirectory directory;
+    const std::string fifo = directory / "pipe.so";
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    for (const std::string& path : {fifo, std::string("/dev/full")}) {
+        EXPECT_EQ(ThrownBy([&] { SharedLibraryPlugin::New(path)->Initialize(); }),
+                  "Unable to load plugin from " + path + " : " + path + ": not a regular file");
+    }
 }
 
 /// The plug-in goes last: its library holds the code of what stands in the tree.

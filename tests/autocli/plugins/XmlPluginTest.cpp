@@ -8,12 +8,10 @@
 #include <tests/support/TreeLookup.h>
 
 #include <filesystem>
-#include <fstream>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <string>
 #include <sys/stat.h>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -120,19 +118,16 @@ TEST(XmlPluginTest, Initialize_DescriptorOfElevenMillionBytes_IsReadLikeAnyOther
     EXPECT_EQ(root->GetNamespaceNode("demo")->GetDescription(), "Words.");
 }
 
-TEST(XmlPluginTest, Initialize_Fifo_IsReadLikeAFile) {
+TEST(XmlPluginTest, Initialize_FifoOrDevice_IsRefusedWithoutBeingOpened) {
     const TempDirectory directory;
-    const std::string path = directory / "pipe.xml";
-    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-    std::thread writer([&] {
-        std::ofstream(path) << Descriptor(NamespacesElement(NamespaceElement("demo", "Words.")));
-    });
-    const auto plugin = XmlPlugin::New(path);
-    plugin->Initialize();
-    writer.join();
-    const auto root = NewRoot();
-    plugin->RegisterNamespaces(root);
-    EXPECT_EQ(root->GetNamespaceNode("demo")->GetDescription(), "Words.");
+    const std::string fifo = directory / "pipe.xml";
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    for (const std::string& path : {fifo, std::string("/dev/full")}) {
+        EXPECT_EQ(
+            ThrownBy([&] { XmlPlugin::New(path)->Initialize(); }),
+            "Unable to handle XML Plugin " + path +
+                ".  There was an error while parsing: Unable to parse XML descriptor: " + path);
+    }
 }
 
 TEST(XmlPluginTest, Initialize_TextsOfOtherEncodingsBecomeUtf8) {

@@ -1,0 +1,7 @@
+#pragma once
+
+namespace TandrilResult {
+
+extern const char kHelpText[];
+
+} // namespace TandrilResult
