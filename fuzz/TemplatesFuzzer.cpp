@@ -2,9 +2,9 @@
 // parameters (a name and the letter of a kind on each line), and values (NAME=VALUE). The last
 // value is tried in every place too.
 
+#include <devkit/ShellWords.h>
 #include <fuzz/Laws.h>
 #include <fuzz/Sections.h>
-#include <fuzz/ShellWords.h>
 
 #include <CppTools/autocli/plugins/ExtensionCommand.h>
 #include <CppTools/callspec/Input.h>
@@ -27,8 +27,8 @@ using CppTools::CallSpec::Input;
 using CppTools::CallSpec::InputSpec;
 using CppTools::CallSpec::ParameterSpec;
 using CppTools::CallSpec::ParameterType;
+using Devkit::ShellWords;
 using Fuzz::Require;
-using Fuzz::ShellWords;
 using Words = std::vector<std::string>;
 using Values = std::vector<std::pair<std::string, std::string>>;
 
