@@ -40,9 +40,10 @@ std::vector<std::filesystem::path> ShippedDescriptors() {
     return paths;
 }
 
-/// Where the program of the host pack lies once it is installed.
+/// Where the programs that the host pack calls lie once they are installed.
 std::string Configured(std::string text) {
     boost::algorithm::replace_all(text, "@HOST_FACTS@", "/usr/libexec/tandril/tandril-host-facts");
+    boost::algorithm::replace_all(text, "@TANDRIL_RESULT@", "/usr/bin/tandril-result");
     return text;
 }
 
