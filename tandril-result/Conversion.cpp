@@ -8,6 +8,7 @@
 #include "readers/Readers.h"
 
 #include <exception>
+#include <iterator>
 #include <unistd.h>
 
 namespace TandrilResult {
@@ -95,10 +96,24 @@ void ConvertInput(Conversion& conversion) {
     conversion.Finish();
 }
 
+/// The program's name and arguments, the one that comes on standard input included.
+std::vector<std::string> WordsFor(const Options& options) {
+    std::vector<std::string> words = options.program;
+    if (options.argumentFromInput) {
+        DescriptorStream input(STDIN_FILENO);
+        words.emplace_back(std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>());
+        if (words.back().find('\0') != std::string::npos) {
+            throw ResultError("Unable to run '" + words.front() +
+                              "': the argument on standard input holds a NUL");
+        }
+    }
+    return words;
+}
+
 /// A program that failed is the reason, whatever else is wrong with what it printed. Whether it
 /// failed is known only when its output was read to the end.
 void ConvertOutputOfProgram(const Options& options, Conversion& conversion) {
-    Program program(options.program);
+    Program program(WordsFor(options));
     DescriptorStream input(program.Output());
     std::exception_ptr problem;
     try {

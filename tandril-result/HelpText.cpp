@@ -23,6 +23,8 @@ Input:
   --children KEY      records in this list follow the one that holds them
   --empty-status N    a program that prints nothing and ends with status N has
                       found nothing; any other status but 0 is a failure
+  --argument-from-input  what stands on standard input is the program's last
+                      argument, byte for byte
 
 Result:
   --structure NAME    structures of this type name

@@ -26,6 +26,7 @@ enum Letter : int {
     kChildren,
     kColumns,
     kEmptyStatus,
+    kArgumentFromInput,
     kHelp,
     kVersion
 };
@@ -44,6 +45,7 @@ const option kOptions[] = {
     {"children", required_argument, nullptr, kChildren},
     {"columns", required_argument, nullptr, kColumns},
     {"empty-status", required_argument, nullptr, kEmptyStatus},
+    {"argument-from-input", no_argument, nullptr, kArgumentFromInput},
     {"help", no_argument, nullptr, kHelp},
     {"version", no_argument, nullptr, kVersion},
     {nullptr, 0, nullptr, 0},
@@ -179,6 +181,9 @@ void Apply(Options& options, int letter, const std::string& value) {
     case kEmptyStatus:
         options.emptyStatus = StatusOf(value);
         break;
+    case kArgumentFromInput:
+        options.argumentFromInput = true;
+        break;
     case kHelp:
         options.help = true;
         break;
@@ -225,6 +230,8 @@ void CheckTogether(const Options& options) {
              "--columns goes with tsv, csv and nul only");
     RefuseIf(options.emptyStatus && options.program.empty(),
              "--empty-status needs a program behind --");
+    RefuseIf(options.argumentFromInput && options.program.empty(),
+             "--argument-from-input needs a program behind --");
 }
 
 /// What the reading needs to know of the rest.

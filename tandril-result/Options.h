@@ -20,6 +20,7 @@ struct Options {
     std::vector<std::string> rowsPath;
     std::vector<std::string> columns;
     std::vector<std::string> program; ///< Empty: standard input is read.
+    bool argumentFromInput = false;
     std::optional<int> emptyStatus;
 
     std::optional<ScalarType> listType; ///< Of a list of scalars; empty for structures.

@@ -151,6 +151,24 @@ TEST(ResultProcessTest, Program_HasTheStandardInput) {
     EXPECT_EQ(XmlUtil_ParseXmlOutput(run.out)->ToString(), "6");
 }
 
+TEST(ResultProcessTest, ArgumentFromInput_IsTheProgramsLastOneByteForByte) {
+    const std::string argument = " a 'b' \"c\" $(d)\n";
+    const ChildRun run = RunResult(
+        {"--from=nul", "--list=string", "--argument-from-input", "--", "printf", "%s\\0", "first"},
+        argument);
+    ASSERT_TRUE(EndsWith(run, 0, run.out));
+    EXPECT_EQ(XmlUtil_ParseXmlOutput(run.out)->ToString(), "first, " + argument);
+}
+
+TEST(ResultProcessTest, ArgumentFromInput_WithANulIsRefusedRatherThanCut) {
+    EXPECT_TRUE(
+        EndsWith(RunResult({"--from=lines", "--list=string", "--argument-from-input", "--", "echo"},
+                           std::string("a\0b", 3)),
+                 1,
+                 "ERROR:Unable to run 'echo': the argument on standard input holds a "
+                 "NUL\n"));
+}
+
 TEST(ResultProcessTest, ProgramThatFails_IsTheErrorWhateverItPrinted) {
     for (const char* lines : {"exit 3", "echo 1; exit 3", "printf 1; exit 3"}) {
         EXPECT_TRUE(EndsWith(RunResult({"--from=lines", "--list=int", "--", "sh", "-c", lines}), 1,
