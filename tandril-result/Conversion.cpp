@@ -96,12 +96,20 @@ void ConvertInput(Conversion& conversion) {
     conversion.Finish();
 }
 
+std::string ReadInput() {
+    try {
+        DescriptorStream input(STDIN_FILENO);
+        return {std::istreambuf_iterator<char>(input), {}};
+    } catch (const InputError& problem) {
+        throw ResultError(std::string("Unable to read standard input: ") + problem.what());
+    }
+}
+
 /// The program's name and arguments, the one that comes on standard input included.
 std::vector<std::string> WordsFor(const Options& options) {
     std::vector<std::string> words = options.program;
     if (options.argumentFromInput) {
-        DescriptorStream input(STDIN_FILENO);
-        words.emplace_back(std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>());
+        words.push_back(ReadInput());
         if (words.back().find('\0') != std::string::npos) {
             throw ResultError("Unable to run '" + words.front() +
                               "': the argument on standard input holds a NUL");

@@ -169,6 +169,12 @@ TEST(ResultProcessTest, ArgumentFromInput_WithANulIsRefusedRatherThanCut) {
                  "NUL\n"));
 }
 
+TEST(ResultProcessTest, ArgumentFromInput_InputThatCannotBeReadIsAnError) {
+    EXPECT_TRUE(EndsWith(
+        RunLines("\"$RESULT\" --from lines --list string --argument-from-input -- echo </"), 1,
+        "ERROR:Unable to read standard input: Is a directory\n"));
+}
+
 TEST(ResultProcessTest, ProgramThatFails_IsTheErrorWhateverItPrinted) {
     for (const char* lines : {"exit 3", "echo 1; exit 3", "printf 1; exit 3"}) {
         EXPECT_TRUE(EndsWith(RunResult({"--from=lines", "--list=int", "--", "sh", "-c", lines}), 1,
