@@ -112,11 +112,11 @@ const std::vector<ForeignCall> kForeignCalls = {
  "Type": "proc"}])"},
     {"MountsByAll",
      "storage mount list",
-     {"--type", "ext4", "-t", "proc", "--within", "/proc/../proc/self"},
+     {"--type", "ext4", "--within", "/proc/../proc/self"},
      "findmnt",
      kMounts,
      "--json\n--output\nTARGET,SOURCE,FSTYPE,OPTIONS,PROPAGATION\n"
-     "--types\next4,proc\n--target\n/proc/../proc/self\n",
+     "--types\next4\n--target\n/proc/../proc/self\n",
      R"([
 {"Mount Point": "/", "Options": "rw", "Propagation": "shared", "Source": "/dev/sda1",
  "Type": "ext4"},
