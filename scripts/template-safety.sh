@@ -2,8 +2,8 @@
 # Runs filled templates in a real shell: which values are safe in which place, and whether what the
 # checker of templates accepts holds against values that attack it.
 #
-#     scripts/template-safety.sh            a million values in the table, a million pairs, 20,000 of
-#                                           them by the shell: half an hour on two cores
+#     scripts/template-safety.sh            1.6 million lines for the tables, a million pairs of template
+#                                           and values, 20,000 of them by the shell
 #     scripts/template-safety.sh --quick    without values of three special characters; 50,000 pairs
 #     scripts/template-safety.sh --write    also renews the tables of docs/template-safety.md
 #     CPPTOOLS_TEST_SEED=N                  other templates and values

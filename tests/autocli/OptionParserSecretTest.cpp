@@ -246,8 +246,7 @@ TEST_P(OptionParserSignalTest, OnATerminal_RestoresTheEchoAndEndsTheProcess) {
 
 INSTANTIATE_TEST_SUITE_P(Signals, OptionParserSignalTest,
                          testing::Values(SIGHUP, SIGQUIT, SIGPIPE, SIGALRM, SIGUSR1, SIGUSR2,
-                                         SIGVTALRM, SIGIO, SIGPWR, SIGSTKFLT, SIGRTMIN,
-                                         SIGRTMIN + 1));
+                                         SIGVTALRM, SIGIO, SIGPWR, SIGRTMIN, SIGRTMIN + 1));
 
 TEST(OptionParserSecretTest, OnATerminal_SignalsThatEndNothingDoNotMatter) {
     PseudoTerminal terminal;

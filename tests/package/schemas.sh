@@ -13,7 +13,7 @@ expect "grammars" \
     "descriptor.rnc descriptor.rng descriptor.xsd result.rnc result.rng result.xsd values.rnc values.rng values.xsd" \
     "$(cd "$schemas" && echo ./* | sed 's,\./,,g')"
 
-for descriptor in "$EXAMPLES/descriptor/lines.xml" "$pack"/*.xml; do
+for descriptor in "$EXAMPLES/hello-descriptor/lines.xml" "$pack"/*.xml; do
     expect_valid "$descriptor" descriptor.rng --relaxng
     expect_valid "$descriptor" descriptor.xsd --schema
 done

@@ -66,7 +66,7 @@ const std::vector<OptionChoice> kChoices = {
     {"VariablesByName", kVariables, {"--name=EDITOR"}, "Value", {"vi"}},
     {"VariablesHidden", kVariables, {"--hide-values"}, "Value", {"", ""}},
     {"VariablesWithSecret", kVariables, {"--secret", "it's}$x"}, "Matches", {false, true}},
-    {"VariablesWithOtherSecret", kVariables, {"--secret=$val{name}"}, "Matches", {false, false}},
+    {"VariablesWithOtherSecret", kVariables, {"--secret=$HOME"}, "Matches", {false, false}},
     {"Filesystems", kFilesystems, {"--all"}, "Mount Point", {"/", "/gone"}},
     {"FilesystemsOfTypes", kFilesystems, {"-t", "xfs", "-t", "fuse.x"}, "Mount Point", {"/gone"}},
     {"FilesystemsThatAreFull", kFilesystems, {"--minimum-use=100"}, "Mount Point", {}},

@@ -34,8 +34,10 @@ std::optional<std::size_t> FindRunner(std::string_view script) {
 /// can reach it through its standard input alone.
 Findings CheckScript(std::string_view script, Findings findings, bool readsValues) {
     const bool isSimple = std::none_of(findings.begin(), findings.end(), IsError);
-    std::erase_if(findings,
-                  [](const Finding& finding) { return finding.rule != Rule::NoSimpleCommand; });
+    const std::size_t begin = script.find_first_not_of(" \t\n");
+    std::erase_if(findings, [begin](const Finding& finding) {
+        return finding.rule != Rule::NoSimpleCommand || finding.position > begin;
+    });
     if (!readsValues) {
         return findings;
     }

@@ -13,14 +13,16 @@ class InputSpec;
 
 namespace CppTools::AutoCli {
 
-/// How much a hazard weighs. An error is a template in which a value may become more than a value,
-/// or whose safety cannot be shown. A warning is a command that may not do what its author meant.
-enum class HazardSeverity { Warning, Error };
+/// How much a hazard weighs.
+enum class HazardSeverity {
+    Warning, ///< The command may not do what its author meant.
+    Error    ///< A value may become more than a value, or it cannot be shown that none does.
+};
 
 /// One thing in a command's templates that its author should change.
 struct TemplateHazard {
-    std::string rule; ///< The name of one of `AutoCli_GetTemplateRules`.
-    HazardSeverity severity;
+    std::string rule;        ///< The name of one of `AutoCli_GetTemplateRules`.
+    HazardSeverity severity; ///< That of the rule.
     bool inStdin;            ///< Whether it is in the standard input's template.
     std::size_t position;    ///< The byte of that template at which it begins.
     std::string placeholder; ///< As the template has it; empty when none is concerned.
@@ -30,10 +32,10 @@ struct TemplateHazard {
 
 /// One rule that templates are checked against.
 struct TemplateRule {
-    std::string name;
-    HazardSeverity severity;
-    std::string message;
-    std::string advice;
+    std::string name;        ///< Such as "bare-text"; the same in later versions.
+    HazardSeverity severity; ///< Of everything that breaks the rule.
+    std::string message;     ///< What is wrong.
+    std::string advice;      ///< What to write instead.
 };
 
 /// All rules, in a fixed order. The reference stays valid.

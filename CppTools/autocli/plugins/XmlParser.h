@@ -8,7 +8,12 @@
 namespace CppTools::AutoCli {
 
 struct XmlParserDeleter {
-    void operator()(xmlParserCtxt* parser) const noexcept { xmlFreeParserCtxt(parser); }
+    /// A parser that reads declarations of entities keeps them in a document that it leaves
+    /// behind.
+    void operator()(xmlParserCtxt* parser) const noexcept {
+        xmlFreeDoc(parser->myDoc);
+        xmlFreeParserCtxt(parser);
+    }
 };
 
 using XmlParser = std::unique_ptr<xmlParserCtxt, XmlParserDeleter>;

@@ -7,6 +7,8 @@
 #include <tests/support/StreamCapture.h>
 #include <tests/support/TempDirectory.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <libxml/parser.h>
@@ -44,10 +46,12 @@ class FailingXmlMemory {
   private:
     static bool Fails() { return --callsLeft == 0; }
 
-    /// What libxml2 loses when it runs out of memory is its own affair: it stays known here.
+    /// What libxml2 loses when it runs out of memory is its own affair: it stays known here, to the
+    /// end of the process and beyond the destructors of its statics.
     static std::set<void*>& Blocks() {
-        static std::set<void*> blocks;
-        return blocks;
+        alignas(std::set<void*>) static std::array<std::byte, sizeof(std::set<void*>)> place;
+        static auto* const blocks = new (place.data()) std::set<void*>;
+        return *blocks;
     }
 
     static void* Allocate(std::size_t size) {
