@@ -7,12 +7,15 @@
 #include <tests/support/ScriptedCommand.h>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <iostream>
 #include <memory>
 #include <string>
 #include <sys/ioctl.h>
+#include <system_error>
+#include <unistd.h>
 #include <vector>
 
 using CppTools::AutoCli::OptionParser;
@@ -120,6 +123,37 @@ TEST(OptionParserSecretTest, GetSilentString_FromAPipe_ReadsLineByLineWithoutLin
         " one\t\n\ntwo");
     EXPECT_EQ(run.out, "[ one\t][][two][]");
     EXPECT_EQ(run.err, "");
+}
+
+/// The standard input of this process is a pipe that holds `text`, as long as this lives.
+class PipedInput {
+  public:
+    explicit PipedInput(const std::string& text) : saved_(dup(STDIN_FILENO)) {
+        std::array<int, 2> ends{};
+        if (pipe(ends.data()) != 0 ||
+            write(ends[1], text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+            throw std::system_error(errno, std::generic_category(), "pipe");
+        }
+        dup2(ends[0], STDIN_FILENO);
+        close(ends[0]);
+        close(ends[1]);
+    }
+
+    PipedInput(const PipedInput&) = delete;
+    PipedInput& operator=(const PipedInput&) = delete;
+
+    ~PipedInput() {
+        dup2(saved_, STDIN_FILENO);
+        close(saved_);
+    }
+
+  private:
+    int saved_;
+};
+
+TEST(OptionParserSecretTest, GetSilentString_OfTheCallersOwnInput_IsTheLine) {
+    const PipedInput input("typed here\n");
+    EXPECT_EQ(OptionParser::GetSilentString(), "typed here");
 }
 
 TEST(OptionParserSecretTest, GetSilentString_LeavesTheNextLineToOthers) {
