@@ -50,6 +50,11 @@ fuzz)
     llvm
 "
     ;;
+newcomer)
+    packages="$packages
+    debootstrap
+"
+    ;;
 profile)
     packages="$packages
     heaptrack

@@ -30,6 +30,9 @@ OPTIONS = {"rng": "--relaxng", "xsd": "--schema"}
 # xmllint takes time that grows with the square of this.
 MOST_ELEMENTS = 20_000
 
+MOST_BYTES = 20_000_000
+PARAMETER_ENTITY = b"<!ENTITY %"
+
 MUTATIONS = 300
 
 # What the engine puts in front of its reasons.
@@ -150,13 +153,24 @@ def element_count(text):
     return text.count(b"</") + text.count(b"/>")
 
 
+def reason_to_leave_out(text):
+    if element_count(text) > MOST_ELEMENTS:
+        return "too many elements"
+    if len(text) > MOST_BYTES:
+        return "too long"
+    if PARAMETER_ENTITY in text:
+        return "entities that libxml2 may never come back from"
+    return None
+
+
 def collect(folder, recorded, good):
     """Fills the folder with all texts; the names of the good ones."""
     for file in recorded.glob("*.xml"):
-        if element_count(file.read_bytes()) <= MOST_ELEMENTS:
+        reason = reason_to_leave_out(file.read_bytes())
+        if reason is None:
             shutil.copy(file, folder)
         else:
-            print(f"left out, too many elements: {file.name}")
+            print(f"left out, {reason}: {file.name}")
     for number, file in enumerate(good):
         shutil.copy(file, folder / f"good{number}.xml")
     spoilt = [mutations(HERE / f"complete-{kind}.xml", MUTATIONS) for kind in KINDS]
