@@ -5,7 +5,8 @@
     ```console           a session of a shell: what stands behind "$ " is typed (and what follows
                          behind "> "), the lines below are what comes out, errors included
 
-In what comes out, a line of three dots stands for any number of lines, and blanks at the end of a
+What a file calls /usr/bin/tandril... is taken from the folder that INSTALLED_PROGRAMS names, and told
+of as the document does. In what comes out, a line of three dots stands for any number of lines, and blanks at the end of a
 line do not count. All sessions of a document are one: the folder, variables and the last exit
 status stay. Any other block is a mistake, so that no example goes without being tried.
 
@@ -15,11 +16,15 @@ With --write the document gets what came out where it shows something else.
 import argparse
 import dataclasses
 import difflib
+import os
 import pathlib
 import re
 import subprocess
 import sys
 import tempfile
+
+DOCUMENTED_PROGRAMS = "/usr/bin/tandril"
+INSTALLED_PROGRAMS = os.environ.get("INSTALLED_PROGRAMS", "/usr/bin") + "/tandril"
 
 FENCE = re.compile(r"^```(.*)$")
 
@@ -124,7 +129,8 @@ class Run:
                 for command in commands_of(block):
                     self.run_command(command)
             elif len(block.words) == 2:
-                (self.folder / block.words[1]).write_text(block.text, encoding="utf-8")
+                text = block.text.replace(DOCUMENTED_PROGRAMS, INSTALLED_PROGRAMS)
+                (self.folder / block.words[1]).write_text(text, encoding="utf-8")
             else:
                 raise WrongDocument(f"line {block.line}: neither a session nor a file")
         self.shell.close()
@@ -134,6 +140,7 @@ class Run:
     def run_command(self, command):
         self.commands += 1
         actual = without_blanks_at_ends(self.shell.run(command.text))
+        actual = actual.replace(INSTALLED_PROGRAMS, DOCUMENTED_PROGRAMS)
         if not matches(command.expected, actual):
             self.wrong.append((command, actual))
 
