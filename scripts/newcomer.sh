@@ -26,6 +26,9 @@ DESTDIR=$root cmake --install build/release --prefix /usr >/dev/null
 mkdir "$root/kit"
 cp tests/kit/session.sh tests/package/support.sh "$root/kit"
 mount -t proc proc "$root/proc"
-chroot "$root" ldconfig
-chroot "$root" /bin/sh /kit/session.sh
+in_root() {
+    env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root chroot "$root" "$@"
+}
+in_root ldconfig
+in_root /bin/sh /kit/session.sh
 echo "The newcomer's session ends well."

@@ -52,9 +52,9 @@ class CPPTOOLS_EXPORT ExtensionCommand : public Command {
     ///
     /// While the host's switch `StrictTemplates` is on, a call runs nothing and gets messages that
     /// name the parameter instead when one of its values spells a placeholder, alone, with others
-    /// or with the template; when it holds a NUL; when an integer outside quotes begins with white
-    /// space; and when there are several values where one was declared. That costs two more
-    /// fillings.
+    /// or with the template; when it holds a NUL; when an integer begins with white space and
+    /// stands elsewhere than in single quotes of its own; and when there are several values where
+    /// one was declared. That costs two more fillings.
     void ExecuteInternal(const std::shared_ptr<CallSpec::Input>& input,
                          const std::shared_ptr<CallSpec::Output>& output) override;
 

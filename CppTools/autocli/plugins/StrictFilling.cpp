@@ -29,19 +29,20 @@ bool IsInteger(const ParameterSpec& parameter) {
            parameter.GetType() == ParameterType::IntList;
 }
 
-/// Whether all placeholders of a name in a command line certainly stand in quotes.
-bool IsAlwaysQuoted(const std::string& commandLine, const std::string& name) {
+/// Whether all placeholders of a name in a command line certainly stand in single quotes of their
+/// own, where nothing is escaped and nothing ends a word.
+bool IsAlwaysQuotedAlone(const std::string& commandLine, const std::string& name) {
     Findings findings;
-    bool isQuoted = true;
+    bool isAlone = true;
     for (const auto& command : ScanTemplate(commandLine, findings)) {
         for (const auto& word : command.words) {
             for (const auto& piece : word.pieces) {
-                isQuoted = isQuoted && (piece.place != Place::Bare || !piece.placeholder ||
-                                        piece.placeholder->name != name);
+                isAlone = isAlone && (piece.place == Place::SingleAlone || !piece.placeholder ||
+                                      piece.placeholder->name != name);
             }
         }
     }
-    return isQuoted && findings.empty();
+    return isAlone && findings.empty();
 }
 
 /// What is wrong with one value as such.
@@ -50,7 +51,7 @@ std::optional<std::string> Complaint(const ParameterSpec& parameter, const std::
     const std::string& name = parameter.GetName();
     if (IsInteger(parameter) && !value.empty() &&
         std::isspace(static_cast<unsigned char>(value.front())) &&
-        !IsAlwaysQuoted(commandLine, name)) {
+        !IsAlwaysQuotedAlone(commandLine, name)) {
         return "Invalid data '" + value + "' for parameter " + name + " expected type Integer";
     }
     if (value.find('\0') != std::string::npos) {
