@@ -208,9 +208,15 @@ class Places {
     std::shared_ptr<Input> input_;
 };
 
-bool SpellsPlaceholder(const std::string& value) {
-    const auto holds = [&](const char* opening) { return value.find(opening) != value.npos; };
+bool HoldsOpening(const std::string& text) {
+    const auto holds = [&](const char* opening) { return text.find(opening) != text.npos; };
     return holds("$val{") || holds("$if{") || holds("$list{") || holds("$multilist{");
+}
+
+/// As it is, or once filling has taken quotes out of it.
+bool SpellsPlaceholder(const std::string& value) {
+    return HoldsOpening(value) || HoldsOpening(Without(value, "'")) ||
+           HoldsOpening(Without(value, "\""));
 }
 
 } // namespace
