@@ -12,6 +12,7 @@
 #include <CppTools/metaobj/CppToolException.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <functional>
 #include <memory>
@@ -89,6 +90,16 @@ std::string Fill(ExtensionCommand& command, const std::string& text, const Value
     return line;
 }
 
+/// The fuzzer's timer interrupts calls of the system.
+int ReadByte(std::FILE& file) {
+    int byte = std::fgetc(&file);
+    while (byte == EOF && std::ferror(&file) != 0 && errno == EINTR) {
+        std::clearerr(&file);
+        byte = std::fgetc(&file);
+    }
+    return byte;
+}
+
 /// What arrives when a shell runs a line of words.
 Words WordsByTheShell(const std::string& line) {
     const auto close = [](std::FILE* pipe) {
@@ -96,8 +107,9 @@ Words WordsByTheShell(const std::string& line) {
     };
     const std::unique_ptr<std::FILE, decltype(close)> pipe(
         popen(("printf '%s\\0' first " + line).c_str(), "r"), close);
+    Require(pipe != nullptr, "a shell can be started");
     std::string output;
-    for (int c = std::fgetc(pipe.get()); c != EOF; c = std::fgetc(pipe.get())) {
+    for (int c = ReadByte(*pipe); c != EOF; c = ReadByte(*pipe)) {
         output.push_back(static_cast<char>(c));
     }
     Words words = Fuzz::Split(output, '\0');
